@@ -1,0 +1,60 @@
+include(GenerateExportHeader)
+
+# Language level, warnings and sanitizers for every target of this project.
+function(olvik_target_defaults target)
+    target_compile_features(${target} PUBLIC cxx_std_17)
+    set_target_properties(${target} PROPERTIES
+        CXX_EXTENSIONS OFF
+        CXX_VISIBILITY_PRESET hidden
+        VISIBILITY_INLINES_HIDDEN ON
+        POSITION_INDEPENDENT_CODE ON
+        AUTOMOC ON
+        AUTORCC ON)
+    # TBB, which VTK's SMP headers pull in, has a member called emit: Qt's keywords stay off.
+    target_compile_definitions(${target} PRIVATE
+        QT_NO_KEYWORDS QT_NO_FOREACH QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
+    target_compile_options(${target} PRIVATE
+        -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual
+        -Wsuggest-override $<$<BOOL:${OLVIK_WERROR}>:-Werror>)
+    if(OLVIK_SANITIZER)
+        target_compile_options(${target} PRIVATE
+            -fsanitize=${OLVIK_SANITIZER} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+        target_link_options(${target} PRIVATE -fsanitize=${OLVIK_SANITIZER})
+    endif()
+endfunction()
+
+# olvik_add_library(<name> BASE_NAME <macro prefix> EXPORT_HEADER <file>)
+# A shared library with hidden visibility, a generated export header and an entry in the install.
+# Sources and public headers are added by the folders that hold them.
+function(olvik_add_library name)
+    cmake_parse_arguments(arg "" "BASE_NAME;EXPORT_HEADER" "" ${ARGN})
+    add_library(${name} SHARED)
+    add_library(Olvik3DViewerWidget::${name} ALIAS ${name})
+    olvik_target_defaults(${name})
+    set_target_properties(${name} PROPERTIES
+        VERSION ${PROJECT_VERSION}
+        SOVERSION ${PROJECT_VERSION_MAJOR}
+        VERIFY_INTERFACE_HEADER_SETS ON)
+    if(NOT OLVIK_SANITIZER)
+        target_link_options(${name} PRIVATE -Wl,--no-undefined)
+    endif()
+    set(generated "${PROJECT_BINARY_DIR}/generated/${name}")
+    generate_export_header(${name} BASE_NAME ${arg_BASE_NAME}
+        EXPORT_FILE_NAME "${generated}/${arg_EXPORT_HEADER}")
+    # A set of its own: one set may not have base folders in the source and in the build tree.
+    target_sources(${name} PUBLIC FILE_SET generated_headers TYPE HEADERS
+        BASE_DIRS "${generated}" FILES "${generated}/${arg_EXPORT_HEADER}")
+    install(TARGETS ${name} EXPORT Olvik3DViewerWidgetTargets
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/olvik3dviewer
+        FILE_SET generated_headers DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/olvik3dviewer
+        INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/olvik3dviewer)
+endfunction()
+
+# olvik_add_sources(<target> [PUBLIC_HEADERS ...] [SOURCES ...]): one call in each source folder.
+function(olvik_add_sources target)
+    cmake_parse_arguments(arg "" "" "PUBLIC_HEADERS;SOURCES" ${ARGN})
+    target_sources(${target}
+        PUBLIC FILE_SET HEADERS BASE_DIRS "${CMAKE_CURRENT_SOURCE_DIR}" FILES ${arg_PUBLIC_HEADERS}
+        PRIVATE ${arg_SOURCES})
+endfunction()

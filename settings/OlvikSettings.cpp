@@ -1,0 +1,45 @@
+#include "OlvikSettings.h"
+
+#include <QMutexLocker>
+
+std::shared_ptr<OlvikSettings> OlvikSettings::Instance()
+{
+    static const std::shared_ptr<OlvikSettings> instance(new OlvikSettings);
+    return instance;
+}
+
+OlvikSettings::OlvikSettings()
+    : store(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Olvik"),
+        QStringLiteral("OlvikSettings"))
+{
+    // Other INI files of the system never shine through: what contains() denies, value() must not know.
+    store.setFallbacksEnabled(false);
+}
+
+QVariant OlvikSettings::value(const QString &key, const QVariant &defaultValue) const
+{
+    const QMutexLocker lock(&mutex);
+    return store.value(key, defaultValue);
+}
+
+void OlvikSettings::setValue(const QString &key, const QVariant &value)
+{
+    const QMutexLocker lock(&mutex);
+    store.setValue(key, value);
+    // QSettings writes from the event loop or at destruction; neither is sure to come in a host that is
+    // killed, or that ends without an application object.
+    store.sync();
+}
+
+bool OlvikSettings::contains(const QString &key) const
+{
+    const QMutexLocker lock(&mutex);
+    return store.contains(key);
+}
+
+void OlvikSettings::remove(const QString &key)
+{
+    const QMutexLocker lock(&mutex);
+    store.remove(key);
+    store.sync();
+}

@@ -1,0 +1,20 @@
+#include "OlvikProfileData.h"
+
+#include "SampleCount.h"
+
+#include <algorithm>
+#include <new>
+
+OlvikProfileData::OlvikProfileData(int width, int height, float *values)
+    : width(width)
+    , height(height)
+{
+    const std::int64_t count = wrappedSampleCount(width, height);
+    if (count < 0)
+        throw std::bad_array_new_length();
+
+    // Without a value initialiser: the heights are written once, by the copy.
+    data = std::shared_ptr<float>(
+        new float[static_cast<std::size_t>(count)], std::default_delete<float[]>());
+    std::copy_n(values, count, data.get());
+}
