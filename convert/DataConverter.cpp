@@ -1,0 +1,315 @@
+#include "DataConverter.h"
+
+#include "SampleCount.h"
+#include "Truncate.h"
+
+#include <vtkFloatArray.h>
+#include <vtkPoints.h>
+#include <vtkPolyData.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+
+namespace {
+
+using Rgb = std::array<unsigned char, 3>;
+
+struct DistanceScale
+{
+    float min;
+    float range;
+};
+
+std::int64_t sampleCount(const void *buffer, int w, int h)
+{
+    if (!buffer || w <= 0 || h <= 0)
+        return 0;
+
+    return std::max<std::int64_t>(wrappedSampleCount(w, h), 0);
+}
+
+/// Calls visit(column, row, value) for the first \a count samples; a wrapped count may end inside a
+/// row.
+template <typename Visit>
+void forEachSample(const float *buffer, int width, std::int64_t count, Visit visit)
+{
+    std::int64_t index = 0;
+    for (int row = 0; index < count; ++row) {
+        const auto y = static_cast<float>(row);
+        const auto columns = static_cast<int>(std::min<std::int64_t>(width, count - index));
+        for (int column = 0; column < columns; ++column)
+            visit(static_cast<float>(column), y, buffer[index + column]);
+        index += columns;
+    }
+}
+
+/// Points of undefined content.
+vtkSmartPointer<vtkPoints> sizedPoints(std::int64_t count)
+{
+    auto points = vtkSmartPointer<vtkPoints>::New();
+    points->SetNumberOfPoints(count);
+    return points;
+}
+
+float *coordinates(vtkPoints *points)
+{
+    return static_cast<float *>(points->GetVoidPointer(0));
+}
+
+vtkSmartPointer<vtkPolyData> polyDataOf(vtkPoints *points)
+{
+    auto polyData = vtkSmartPointer<vtkPolyData>::New();
+    polyData->SetPoints(points);
+    return polyData;
+}
+
+void swapCoordinates(vtkFloatArray &xyz)
+{
+    // An array that was given fewer components has more tuples than points.
+    const vtkIdType count = std::min(xyz.GetNumberOfTuples(), xyz.GetNumberOfValues() / 3);
+    float *const begin = xyz.GetPointer(0);
+    float *const end = begin + 3 * count;
+    for (float *point = begin; point != end; point += 3)
+        std::swap(point[1], point[2]);
+}
+
+void swapCoordinates(vtkPoints &points)
+{
+    for (vtkIdType i = 0; i < points.GetNumberOfPoints(); ++i) {
+        double point[3];
+        points.GetPoint(i, point);
+        points.SetPoint(i, point[0], point[2], point[1]);
+    }
+}
+
+template <typename Result, typename Value>
+std::pair<Result, Result> minmax(const Value *values, std::int64_t count, Result lowestMax)
+{
+    Result min = std::numeric_limits<Result>::max();
+    Result max = lowestMax;
+    for (std::int64_t i = 0; i < count; ++i) {
+        const Result value = values[i];
+        if (value > max)
+            max = value;
+        else
+            min = value < min ? value : min;
+    }
+    return {min, max < Result(1) ? Result(1) : max};
+}
+
+DistanceScale distanceScale(float *values, long count)
+{
+    const auto [min, max] = DataConverter::getminmax(values, count);
+    const auto lowest = static_cast<float>(min);
+    return {lowest, static_cast<float>(max) - lowest};
+}
+
+DistanceScale distanceScale(unsigned char *values, long count)
+{
+    const auto [min, max] = DataConverter::getminmax(values, count);
+    // Rising bytes have a minimum above their maximum; their range wraps like the bytes themselves.
+    const auto range = static_cast<unsigned char>(max - min);
+    return {static_cast<float>(min), static_cast<float>(range)};
+}
+
+unsigned char distanceByte(float value, const DistanceScale &scale)
+{
+    return static_cast<unsigned char>(DataConverter::getDistance(value, scale.min, scale.range));
+}
+
+Rgb hueColor(unsigned char distance)
+{
+    Rgb color;
+    DataConverter::distanceToColor(distance, color[0], color[1], color[2]);
+    return color;
+}
+
+Rgb gradientColor(const Gradient &gradient, float value)
+{
+    int r = 0;
+    int g = 0;
+    int b = 0;
+    int a = 0;
+    gradient.getColorFromValue(value, r, g, b, a);
+    return {static_cast<unsigned char>(r), static_cast<unsigned char>(g),
+        static_cast<unsigned char>(b)};
+}
+
+template <typename Value, typename Color>
+void fillPixels(const Value *values, std::int64_t count, unsigned char *out, Color color)
+{
+    for (std::int64_t i = 0; i < count; ++i) {
+        const Rgb pixel = color(static_cast<float>(values[i]));
+        out = std::copy(pixel.begin(), pixel.end(), out);
+    }
+}
+
+/// 0 where the pixels would not fit an image whose lines take 3 * w bytes.
+std::int64_t pixelCount(const void *values, int w, int h)
+{
+    const std::int64_t count = sampleCount(values, w, h);
+    const bool isWrapped = count != static_cast<std::int64_t>(w) * h;
+    return isWrapped || w > std::numeric_limits<int>::max() / 3 ? 0 : count;
+}
+
+template <typename Value>
+QImage rangeMap(
+    Value *values, int w, int h, unsigned char *&out, bool grey, const Gradient &gradient)
+{
+    out = nullptr;
+    const std::int64_t count = pixelCount(values, w, h);
+    if (count == 0)
+        return {};
+
+    out = static_cast<unsigned char *>(std::malloc(3 * static_cast<std::size_t>(count)));
+    if (!out)
+        return {};
+
+    const DistanceScale scale = distanceScale(values, count);
+    const auto greyOf = [&scale](float value) {
+        const unsigned char level = distanceByte(value, scale);
+        return Rgb{level, level, level};
+    };
+    if (grey)
+        fillPixels(values, count, out, greyOf);
+    else if (gradient.isValid())
+        fillPixels(values, count, out, [&](float v) { return gradientColor(gradient, v); });
+    else
+        fillPixels(values, count, out, [&](float v) { return hueColor(distanceByte(v, scale)); });
+    return QImage(out, w, h, 3 * w, QImage::Format_RGB888);
+}
+
+} // namespace
+
+vtkSmartPointer<vtkPoints> DataConverter::convertToPointData(float *buffer, int w, int h)
+{
+    const std::int64_t count = sampleCount(buffer, w, h);
+    auto points = sizedPoints(count);
+    float *out = coordinates(points);
+    forEachSample(buffer, w, count, [&out](float x, float y, float z) {
+        out[0] = x;
+        out[1] = y;
+        out[2] = z;
+        out += 3;
+    });
+    return points;
+}
+
+vtkSmartPointer<vtkPoints> DataConverter::convertToPointDataNoZero(float *buffer, int w, int h)
+{
+    const std::int64_t count = sampleCount(buffer, w, h);
+    auto points = sizedPoints(count);
+    float *const begin = coordinates(points);
+    float *out = begin;
+    // Zeros come in no order that a branch could be predicted from: every sample is written, and
+    // the next one overwrites a zero.
+    forEachSample(buffer, w, count, [&out](float x, float y, float z) {
+        out[0] = x;
+        out[1] = y;
+        out[2] = z;
+        out += z != 0.0f ? 3 : 0;
+    });
+    points->Resize((out - begin) / 3);
+    return points;
+}
+
+vtkSmartPointer<vtkPolyData> DataConverter::convertToPolyData(float *buffer, int w, int h)
+{
+    return polyDataOf(convertToPointData(buffer, w, h));
+}
+
+vtkSmartPointer<vtkPolyData> DataConverter::convertToPolyDataNoZero(float *buffer, int w, int h)
+{
+    return polyDataOf(convertToPointDataNoZero(buffer, w, h));
+}
+
+void DataConverter::swapzy(const vtkSmartPointer<vtkPoints> &points)
+{
+    if (!points)
+        return;
+
+    if (auto *floats = vtkFloatArray::SafeDownCast(points->GetData()))
+        swapCoordinates(*floats);
+    else
+        swapCoordinates(*points);
+    points->Modified();
+}
+
+void DataConverter::swapzy(const vtkSmartPointer<vtkPolyData> &polyData)
+{
+    if (polyData)
+        swapzy(vtkSmartPointer<vtkPoints>(polyData->GetPoints()));
+}
+
+std::pair<double, double> DataConverter::getminmax(float *values, long count)
+{
+    return minmax(values, values ? count : 0, 0.0);
+}
+
+std::pair<unsigned char, unsigned char> DataConverter::getminmax(unsigned char *values, long count)
+{
+    return minmax(values, values ? count : 0, static_cast<unsigned char>(0));
+}
+
+std::pair<double, double> DataConverter::getminmax(const QVector<double> &values)
+{
+    return minmax(values.constData(), values.size(), std::numeric_limits<double>::min());
+}
+
+int DataConverter::getDistance(float value, float min, float range)
+{
+    return truncatedToInt((value - min) * 255.0f / range);
+}
+
+void DataConverter::distanceToColor(unsigned char distance, float &r, float &g, float &b)
+{
+    const float hue = static_cast<float>(255 - distance) * 226.0f / 255.0f / 60.0f;
+    const float sector = std::floor(hue);
+    const float rising = hue - sector;
+    const float falling = 1.0f - rising;
+    std::array<float, 3> color;
+    // The ramp ends at 226 degrees: no distance reaches the sectors from blue back to red.
+    switch (static_cast<int>(sector)) {
+    case 0:
+        color = {1.0f, rising, 0.0f};
+        break;
+    case 1:
+        color = {falling, 1.0f, 0.0f};
+        break;
+    case 2:
+        color = {0.0f, 1.0f, rising};
+        break;
+    default:
+        color = {0.0f, falling, 1.0f};
+    }
+    r = color[0];
+    g = color[1];
+    b = color[2];
+}
+
+void DataConverter::distanceToColor(
+    unsigned char distance, unsigned char &r, unsigned char &g, unsigned char &b)
+{
+    float red = 0.0f;
+    float green = 0.0f;
+    float blue = 0.0f;
+    distanceToColor(distance, red, green, blue);
+    r = static_cast<unsigned char>(red * 255.0);
+    g = static_cast<unsigned char>(green * 255.0);
+    b = static_cast<unsigned char>(blue * 255.0);
+}
+
+QImage DataConverter::generateImageRangeMap(
+    float *values, int w, int h, unsigned char *&out, bool grey, const Gradient &gradient)
+{
+    return rangeMap(values, w, h, out, grey, gradient);
+}
+
+QImage DataConverter::generateImageRangeMap(
+    unsigned char *values, int w, int h, unsigned char *&out, bool grey, const Gradient &gradient)
+{
+    return rangeMap(values, w, h, out, grey, gradient);
+}
