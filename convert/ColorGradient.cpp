@@ -3,31 +3,50 @@
 #include "Truncate.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace {
 
-constexpr ColorGradient::Color outsideColor{245, 66, 230, 255};
-
-int mix(int from, int to, float factor)
+template <typename Color> void output(const Color &color, int &r, int &g, int &b, int &a)
 {
-    return truncated(static_cast<float>(to - from) * factor + static_cast<float>(from));
+    r = color.r;
+    g = color.g;
+    b = color.b;
+    a = color.a;
+}
+
+/// 0 at \a to, 1 at \a from.
+float fraction(float t, float from, float to)
+{
+    const float length = from - to;
+    return length == 0.0f ? 0.0f : (t - to) / length;
+}
+
+int mixed(int from, int to, float share)
+{
+    const std::int64_t difference = static_cast<std::int64_t>(from) - to;
+    return truncatedToInt(static_cast<float>(difference) * share + static_cast<float>(to));
 }
 
 } // namespace
 
 ColorGradient::ColorGradient()
-    : below(outsideColor)
-    , above(outsideColor)
 {
     createDefaultHeatMapGradient();
 }
 
 void ColorGradient::addColorPoint(float value, float red, float green, float blue, float alpha)
 {
-    const auto next = std::upper_bound(points.begin(), points.end(), value,
-        [](float position, const ColorPoint &point) { return position < point.val; });
-    points.insert(
-        next, {truncated(red), truncated(green), truncated(blue), truncated(alpha), value});
+    const ColorPoint point{truncatedToInt(red), truncatedToInt(green), truncatedToInt(blue),
+        truncatedToInt(alpha), value};
+    // Stops mostly arrive in order. False for NaN, which only the search below places right.
+    if (!points.empty() && points.back().val <= value) {
+        points.push_back(point);
+        return;
+    }
+    const auto behind = std::find_if(points.begin(), points.end(),
+        [value](const ColorPoint &existing) { return existing.val > value; });
+    points.insert(behind, point);
 }
 
 void ColorGradient::createDefaultHeatMapGradient()
@@ -36,20 +55,20 @@ void ColorGradient::createDefaultHeatMapGradient()
         {1, 0, 0, 1, 1.0f}};
 }
 
-void ColorGradient::clearColorPoints()
+void ColorGradient::clear()
 {
     points.clear();
 }
 
-void ColorGradient::setMin(int value)
+void ColorGradient::setMin(int bound)
 {
-    min = value;
+    min = bound;
     calculateNormalize();
 }
 
-void ColorGradient::setMax(int value)
+void ColorGradient::setMax(int bound)
 {
-    max = value;
+    max = bound;
     calculateNormalize();
 }
 
@@ -63,41 +82,32 @@ void ColorGradient::getColorAtValue(float t, int &r, int &g, int &b, int &a) con
 {
     if (points.empty())
         return;
-    // Not a binary search: NaN has to fall past the last point.
+
     const auto next = std::find_if(
         points.begin(), points.end(), [t](const ColorPoint &point) { return point.val > t; });
-    if (next == points.end()) {
-        const ColorPoint &last = points.back();
-        r = last.r;
-        g = last.g;
-        b = last.b;
-        a = last.a;
-        return;
-    }
+    if (next == points.end())
+        return output(points.back(), r, g, b, a);
 
-    const ColorPoint &current = *next;
-    const ColorPoint &previous = next == points.begin() ? current : *(next - 1);
-    const float distance = previous.val - current.val;
-    const float factor = distance == 0.0f ? 0.0f : (t - current.val) / distance;
-    r = mix(current.r, previous.r, factor);
-    g = mix(current.g, previous.g, factor);
-    b = mix(current.b, previous.b, factor);
-    a = mix(current.a, previous.a, factor);
+    const ColorPoint &to = *next;
+    const ColorPoint &from = next == points.begin() ? to : *(next - 1);
+    const float share = fraction(t, from.val, to.val);
+    r = mixed(from.r, to.r, share);
+    g = mixed(from.g, to.g, share);
+    b = mixed(from.b, to.b, share);
+    a = mixed(from.a, to.a, share);
 }
 
 void ColorGradient::getColorRawValue(float v, int &r, int &g, int &b, int &a) const
 {
     if (min == 0 && max == 0)
         return;
-    const auto low = static_cast<float>(min);
-    const bool isBelow = low > v;
-    if (isBelow || v > static_cast<float>(max)) {
-        const Color &outside = isBelow ? below : above;
-        r = outside.r;
-        g = outside.g;
-        b = outside.b;
-        a = outside.a;
-        return;
-    }
-    getColorAtValue(static_cast<float>(static_cast<double>(v - low) / normalize), r, g, b, a);
+
+    const float lowest = static_cast<float>(min);
+    if (lowest > v)
+        return output(below, r, g, b, a);
+    if (v > static_cast<float>(max))
+        return output(above, r, g, b, a);
+
+    const double height = v - lowest;
+    getColorAtValue(static_cast<float>(height / normalize), r, g, b, a);
 }

@@ -4,76 +4,84 @@
 
 #include <vector>
 
-/// One colour on the normalised axis of a ColorGradient.
+/// One colour on the normalised axis. A Gradient's components lie in 0..255, other values are kept
+/// as given.
 struct ColorPoint
 {
-    int r;
-    int g;
-    int b;
-    int a;
-    float val; ///< position, usually in [0, 1]
+    int r = 0;
+    int g = 0;
+    int b = 0;
+    int a = 0;
+    float val = 0.0f; ///< position, in [0, 1] for every point of a Gradient
 };
 
-/// The integer colour table inside every Gradient: colour points on a normalised axis, a
+/// Colour of all values on one side of the bounds.
+struct BoundColor
+{
+    int r = 245;
+    int g = 66;
+    int b = 230;
+    int a = 255;
+};
+
+/// The integer colour table inside every Gradient: colour points on a normalised axis in [0, 1], a
 /// whole-number value range that maps data onto that axis, and one colour each for values below and
-/// above it.
+/// above the range.
 ///
-/// A plain value without locking; one thread at a time.
+/// A plain value without locking; one thread at a time, or any number of threads that only look up.
 class OLVIK3DVIEWER_EXPORT ColorGradient
 {
 public:
-    struct Color
-    {
-        int r;
-        int g;
-        int b;
-        int a;
-    };
-
-    /// Bounds 0 and 0, and the default heat map.
+    /// Both bounds 0 and the points of createDefaultHeatMapGradient().
     ColorGradient();
 
-    /// Inserts after existing points at the same position.
-    /// \param value position on the normalised axis
+    /// Inserts behind existing points at the same position.
+    /// \param value position, in [0, 1] to be reachable by a value inside the bounds
     /// \param red,green,blue,alpha components, truncated toward zero
     void addColorPoint(float value, float red, float green, float blue, float alpha);
 
-    /// Blue, cyan, green, yellow and red at components of 0 and 1, replacing all points.
+    /// Replaces all points by blue, cyan, green, yellow and red in equal steps, with components 0
+    /// and 1.
     void createDefaultHeatMapGradient();
-    void clearColorPoints();
+
+    /// Removes all points; bounds and bound colours stay.
+    void clear();
+
+    /// In ascending order of position.
     const std::vector<ColorPoint> &colorPoints() const { return points; }
 
-    void setMin(int value);
-    void setMax(int value);
+    /// A lookup needs at least one bound other than 0.
+    void setMin(int bound);
+    void setMax(int bound);
     int getMin() const { return min; }
     int getMax() const { return max; }
 
-    /// Takes the range over from the bounds, unless both are 0: then it stays as it was.
+    /// Takes the length of the axis from the bounds; while both are 0 the last length stays.
     void calculateNormalize();
 
-    void setBelowColor(const Color &color) { below = color; }
-    void setAboveColor(const Color &color) { above = color; }
-    const Color &belowColor() const { return below; }
-    const Color &aboveColor() const { return above; }
+    void setBelowColor(const BoundColor &color) { below = color; }
+    void setAboveColor(const BoundColor &color) { above = color; }
+    const BoundColor &belowColor() const { return below; }
+    const BoundColor &aboveColor() const { return above; }
 
-    /// Whether there is any colour point.
+    /// True when at least one point exists.
     bool isValid() const { return !points.empty(); }
 
-    /// Interpolates linearly and truncates toward zero. Leaves the outputs untouched without
-    /// points. \param t position on the normalised axis; positions outside the points take the
-    /// nearest one's
-    ///        colour, NaN the last one's
+    /// Linear between neighbouring points, the nearest end's colour outside them and the last
+    /// point's for NaN. Leaves the outputs untouched while no point exists: fill them first. \param
+    /// t normalised position \param[out] r,g,b,a components truncated toward zero; the smallest int
+    /// beside a point at NaN
     void getColorAtValue(float t, int &r, int &g, int &b, int &a) const;
 
-    /// Leaves the outputs untouched while both bounds are 0 or no point exists: fill them first.
-    /// \param v height in the unit of the bounds
+    /// Leaves the outputs untouched while both bounds are 0 or, inside the bounds, while no point
+    /// exists: fill them first. \param v height in the unit of the bounds
     void getColorRawValue(float v, int &r, int &g, int &b, int &a) const;
 
 private:
-    std::vector<ColorPoint> points; ///< sorted by position
+    std::vector<ColorPoint> points;
     int min = 0;
     int max = 0;
     double normalize = 1.0;
-    Color below;
-    Color above;
+    BoundColor below;
+    BoundColor above;
 };

@@ -1,298 +1,315 @@
 #include "DataConverter.h"
 
-#include "Gradient.h"
 #include "SampleCount.h"
 #include "Truncate.h"
 
-#include <vtkArrayDispatch.h>
-#include <vtkDataArrayRange.h>
 #include <vtkFloatArray.h>
-#include <vtkNew.h>
+#include <vtkPoints.h>
+#include <vtkPolyData.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
-#include <vector>
 
 namespace {
 
-/// Number of samples that a conversion may touch.
-vtkIdType sampleCount(const float *buffer, int w, int h)
+using Rgb = std::array<unsigned char, 3>;
+
+struct DistanceScale
 {
-    if (!buffer || w <= 0 || h <= 0)
-        return 0;
-    return std::max<vtkIdType>(0, wrappedSampleCount(w, h));
-}
-
-vtkSmartPointer<vtkPoints> pointsOf(vtkFloatArray &xyz)
-{
-    auto points = vtkSmartPointer<vtkPoints>::New();
-    points->SetData(&xyz);
-    return points;
-}
-
-vtkSmartPointer<vtkPolyData> cloudOf(vtkPoints &points)
-{
-    auto cloud = vtkSmartPointer<vtkPolyData>::New();
-    cloud->SetPoints(&points);
-    return cloud;
-}
-
-/// Calls visit(column, row, height) for the first \a count samples, row by row.
-template <class Visit> void forEachSample(const float *buffer, vtkIdType count, int w, Visit visit)
-{
-    for (vtkIdType begin = 0, row = 0; begin < count; begin += w, ++row) {
-        const vtkIdType columns = std::min<vtkIdType>(w, count - begin);
-        for (vtkIdType column = 0; column < columns; ++column)
-            visit(column, row, buffer[begin + column]);
-    }
-}
-
-void writePoint(float *xyz, vtkIdType column, vtkIdType row, float height)
-{
-    xyz[0] = static_cast<float>(column);
-    xyz[1] = static_cast<float>(row);
-    xyz[2] = height;
-}
-
-/// (min, max) where a value that raises the maximum is not compared with the minimum.
-template <class Value, class Sample>
-std::pair<Value, Value> risingRange(
-    const Sample *values, std::int64_t count, Value untouchedMin, Value untouchedMax)
-{
-    Value min = untouchedMin;
-    Value max = untouchedMax;
-    for (std::int64_t i = 0; i < count; ++i) {
-        const auto value = static_cast<Value>(values[i]);
-        if (value > max)
-            max = value;
-        else if (value < min)
-            min = value;
-    }
-    return {min, max};
-}
-
-std::pair<double, double> withUsableMax(std::pair<double, double> range)
-{
-    if (std::trunc(range.second) == 0.0)
-        range.second = 1.0;
-    return range;
-}
-
-float rangeOf(std::pair<double, double> minmax)
-{
-    return static_cast<float>(minmax.second) - static_cast<float>(minmax.first);
-}
-
-float rangeOf(std::pair<unsigned char, unsigned char> minmax)
-{
-    // In eight bits, where a minimum above the maximum wraps.
-    return static_cast<unsigned char>(minmax.second - minmax.first);
-}
-
-struct SwapYz
-{
-    template <class Array> void operator()(Array *xyz) const
-    {
-        using Value = vtk::GetAPIType<Array>;
-        for (auto point : vtk::DataArrayTupleRange<3>(xyz)) {
-            const Value y = point[1];
-            point[1] = static_cast<Value>(point[2]);
-            point[2] = y;
-        }
-    }
-};
-
-template <class Sample> class RangeMap
-{
-public:
-    RangeMap(Sample *values, std::int64_t count, const Gradient &colors)
-        : gradient(colors)
-        , hasGradient(colors.isValid())
-    {
-        const auto minmax = DataConverter::getminmax(values, static_cast<long>(count));
-        min = static_cast<float>(minmax.first);
-        range = rangeOf(minmax);
-    }
-
-    void writeGrey(Sample value, unsigned char *rgb) const { std::fill_n(rgb, 3, distance(value)); }
-
-    void writeColor(Sample value, unsigned char *rgb) const
-    {
-        if (!hasGradient) {
-            DataConverter::distanceToColor(distance(value), rgb[0], rgb[1], rgb[2]);
-            return;
-        }
-        int r = 0;
-        int g = 0;
-        int b = 0;
-        int a = 0;
-        gradient.getColorFromValue(static_cast<double>(value), r, g, b, a);
-        rgb[0] = static_cast<unsigned char>(r);
-        rgb[1] = static_cast<unsigned char>(g);
-        rgb[2] = static_cast<unsigned char>(b);
-    }
-
-private:
-    unsigned char distance(Sample value) const
-    {
-        return static_cast<unsigned char>(
-            DataConverter::getDistance(static_cast<float>(value), min, range));
-    }
-
-    const Gradient &gradient;
-    bool hasGradient;
     float min;
     float range;
 };
 
-template <class Sample>
-QImage rangeMap(
-    Sample *values, int w, int h, unsigned char *&out, bool grey, const Gradient &gradient)
+std::int64_t sampleCount(const void *buffer, int w, int h)
 {
-    const bool isEmpty =
-        !values || w <= 0 || h <= 0 || wrappedSampleCount(w, h) != std::int64_t{w} * h;
-    const std::int64_t count = isEmpty ? 0 : wrappedSampleCount(w, h);
-    out = static_cast<unsigned char *>(std::malloc(static_cast<std::size_t>(3 * count)));
-    const bool fitsAnImage = w <= std::numeric_limits<int>::max() / 3;
-    if (isEmpty || !fitsAnImage || !out)
+    if (!buffer || w <= 0 || h <= 0)
+        return 0;
+
+    return std::max<std::int64_t>(wrappedSampleCount(w, h), 0);
+}
+
+/// Calls visit(column, row, value) for the first \a count samples; a wrapped count may end inside a
+/// row.
+template <typename Visit>
+void forEachSample(const float *buffer, int width, std::int64_t count, Visit visit)
+{
+    std::int64_t index = 0;
+    for (int row = 0; index < count; ++row) {
+        const auto y = static_cast<float>(row);
+        const auto columns = static_cast<int>(std::min<std::int64_t>(width, count - index));
+        for (int column = 0; column < columns; ++column)
+            visit(static_cast<float>(column), y, buffer[index + column]);
+        index += columns;
+    }
+}
+
+/// Points of undefined content.
+vtkSmartPointer<vtkPoints> sizedPoints(std::int64_t count)
+{
+    auto points = vtkSmartPointer<vtkPoints>::New();
+    points->SetNumberOfPoints(count);
+    return points;
+}
+
+float *coordinates(vtkPoints *points)
+{
+    return static_cast<float *>(points->GetVoidPointer(0));
+}
+
+vtkSmartPointer<vtkPolyData> polyDataOf(vtkPoints *points)
+{
+    auto polyData = vtkSmartPointer<vtkPolyData>::New();
+    polyData->SetPoints(points);
+    return polyData;
+}
+
+void swapCoordinates(vtkFloatArray &xyz)
+{
+    // An array that was given fewer components has more tuples than points.
+    const vtkIdType count = std::min(xyz.GetNumberOfTuples(), xyz.GetNumberOfValues() / 3);
+    float *const begin = xyz.GetPointer(0);
+    float *const end = begin + 3 * count;
+    for (float *point = begin; point != end; point += 3)
+        std::swap(point[1], point[2]);
+}
+
+void swapCoordinates(vtkPoints &points)
+{
+    for (vtkIdType i = 0; i < points.GetNumberOfPoints(); ++i) {
+        double point[3];
+        points.GetPoint(i, point);
+        points.SetPoint(i, point[0], point[2], point[1]);
+    }
+}
+
+template <typename Result, typename Value>
+std::pair<Result, Result> minmax(const Value *values, std::int64_t count, Result lowestMax)
+{
+    Result min = std::numeric_limits<Result>::max();
+    Result max = lowestMax;
+    for (std::int64_t i = 0; i < count; ++i) {
+        const Result value = values[i];
+        if (value > max)
+            max = value;
+        else
+            min = value < min ? value : min;
+    }
+    return {min, max < Result(1) ? Result(1) : max};
+}
+
+DistanceScale distanceScale(float *values, long count)
+{
+    const auto [min, max] = DataConverter::getminmax(values, count);
+    const auto lowest = static_cast<float>(min);
+    return {lowest, static_cast<float>(max) - lowest};
+}
+
+DistanceScale distanceScale(unsigned char *values, long count)
+{
+    const auto [min, max] = DataConverter::getminmax(values, count);
+    // Rising bytes have a minimum above their maximum; their range wraps like the bytes themselves.
+    const auto range = static_cast<unsigned char>(max - min);
+    return {static_cast<float>(min), static_cast<float>(range)};
+}
+
+unsigned char distanceByte(float value, const DistanceScale &scale)
+{
+    return static_cast<unsigned char>(DataConverter::getDistance(value, scale.min, scale.range));
+}
+
+Rgb hueColor(unsigned char distance)
+{
+    Rgb color;
+    DataConverter::distanceToColor(distance, color[0], color[1], color[2]);
+    return color;
+}
+
+Rgb gradientColor(const Gradient &gradient, float value)
+{
+    int r = 0;
+    int g = 0;
+    int b = 0;
+    int a = 0;
+    gradient.getColorFromValue(value, r, g, b, a);
+    return {static_cast<unsigned char>(r), static_cast<unsigned char>(g),
+        static_cast<unsigned char>(b)};
+}
+
+template <typename Value, typename Color>
+void fillPixels(const Value *values, std::int64_t count, unsigned char *out, Color color)
+{
+    for (std::int64_t i = 0; i < count; ++i) {
+        const Rgb pixel = color(static_cast<float>(values[i]));
+        out = std::copy(pixel.begin(), pixel.end(), out);
+    }
+}
+
+/// 0 where the pixels would not fit an image whose lines take 3 * w bytes.
+std::int64_t pixelCount(const void *values, int w, int h)
+{
+    const std::int64_t count = sampleCount(values, w, h);
+    const bool isWrapped = count != static_cast<std::int64_t>(w) * h;
+    return isWrapped || w > std::numeric_limits<int>::max() / 3 ? 0 : count;
+}
+
+template <typename Value>
+QImage rangeMap(
+    Value *values, int w, int h, unsigned char *&out, bool grey, const Gradient &gradient)
+{
+    out = nullptr;
+    const std::int64_t count = pixelCount(values, w, h);
+    if (count == 0)
         return {};
 
-    const RangeMap<Sample> map(values, count, gradient);
-    for (std::int64_t i = 0; i < count; ++i) {
-        if (grey)
-            map.writeGrey(values[i], out + 3 * i);
-        else
-            map.writeColor(values[i], out + 3 * i);
-    }
-    return {out, w, h, 3 * w, QImage::Format_RGB888};
+    out = static_cast<unsigned char *>(std::malloc(3 * static_cast<std::size_t>(count)));
+    if (!out)
+        return {};
+
+    const DistanceScale scale = distanceScale(values, count);
+    const auto greyOf = [&scale](float value) {
+        const unsigned char level = distanceByte(value, scale);
+        return Rgb{level, level, level};
+    };
+    if (grey)
+        fillPixels(values, count, out, greyOf);
+    else if (gradient.isValid())
+        fillPixels(values, count, out, [&](float v) { return gradientColor(gradient, v); });
+    else
+        fillPixels(values, count, out, [&](float v) { return hueColor(distanceByte(v, scale)); });
+    return QImage(out, w, h, 3 * w, QImage::Format_RGB888);
 }
 
 } // namespace
 
 vtkSmartPointer<vtkPoints> DataConverter::convertToPointData(float *buffer, int w, int h)
 {
-    const vtkIdType count = sampleCount(buffer, w, h);
-    vtkNew<vtkFloatArray> xyz;
-    xyz->SetNumberOfComponents(3);
-    xyz->SetNumberOfTuples(count);
-    float *out = xyz->GetPointer(0);
-    forEachSample(buffer, count, w, [&out](vtkIdType column, vtkIdType row, float height) {
-        writePoint(out, column, row, height);
+    const std::int64_t count = sampleCount(buffer, w, h);
+    auto points = sizedPoints(count);
+    float *out = coordinates(points);
+    forEachSample(buffer, w, count, [&out](float x, float y, float z) {
+        out[0] = x;
+        out[1] = y;
+        out[2] = z;
         out += 3;
     });
-    return pointsOf(*xyz);
+    return points;
 }
 
 vtkSmartPointer<vtkPoints> DataConverter::convertToPointDataNoZero(float *buffer, int w, int h)
 {
-    const vtkIdType count = sampleCount(buffer, w, h);
-    vtkNew<vtkFloatArray> xyz;
-    xyz->SetNumberOfComponents(3);
-    xyz->SetNumberOfTuples(count);
-    float *out = xyz->GetPointer(0);
-    vtkIdType kept = 0;
-    forEachSample(buffer, count, w, [out, &kept](vtkIdType column, vtkIdType row, float height) {
-        if (height == 0.0f)
-            return;
-        writePoint(out + 3 * kept, column, row, height);
-        ++kept;
+    const std::int64_t count = sampleCount(buffer, w, h);
+    auto points = sizedPoints(count);
+    float *const begin = coordinates(points);
+    float *out = begin;
+    // Zeros come in no order that a branch could be predicted from: every sample is written, and
+    // the next one overwrites a zero.
+    forEachSample(buffer, w, count, [&out](float x, float y, float z) {
+        out[0] = x;
+        out[1] = y;
+        out[2] = z;
+        out += z != 0.0f ? 3 : 0;
     });
-    xyz->Resize(kept);
-    xyz->SetNumberOfTuples(kept);
-    return pointsOf(*xyz);
+    points->Resize((out - begin) / 3);
+    return points;
 }
 
 vtkSmartPointer<vtkPolyData> DataConverter::convertToPolyData(float *buffer, int w, int h)
 {
-    return cloudOf(*convertToPointData(buffer, w, h));
+    return polyDataOf(convertToPointData(buffer, w, h));
 }
 
 vtkSmartPointer<vtkPolyData> DataConverter::convertToPolyDataNoZero(float *buffer, int w, int h)
 {
-    return cloudOf(*convertToPointDataNoZero(buffer, w, h));
+    return polyDataOf(convertToPointDataNoZero(buffer, w, h));
 }
 
-void DataConverter::swapzy(vtkSmartPointer<vtkPoints> points)
+void DataConverter::swapzy(const vtkSmartPointer<vtkPoints> &points)
 {
-    vtkDataArray *xyz = points ? points->GetData() : nullptr;
-    if (!xyz || xyz->GetNumberOfComponents() != 3)
+    if (!points)
         return;
-    const SwapYz swap;
-    if (!vtkArrayDispatch::Dispatch::Execute(xyz, swap))
-        swap(xyz);
-    xyz->Modified();
+
+    if (auto *floats = vtkFloatArray::SafeDownCast(points->GetData()))
+        swapCoordinates(*floats);
+    else
+        swapCoordinates(*points);
     points->Modified();
 }
 
-void DataConverter::swapzy(vtkSmartPointer<vtkPolyData> polyData)
+void DataConverter::swapzy(const vtkSmartPointer<vtkPolyData> &polyData)
 {
-    if (!polyData || !polyData->GetPoints())
-        return;
-    swapzy(vtkSmartPointer<vtkPoints>(polyData->GetPoints()));
-    polyData->Modified();
+    if (polyData)
+        swapzy(vtkSmartPointer<vtkPoints>(polyData->GetPoints()));
 }
 
 std::pair<double, double> DataConverter::getminmax(float *values, long count)
 {
-    constexpr double untouchedMin = std::numeric_limits<double>::max();
-    return withUsableMax(risingRange<double>(values, count, untouchedMin, 0.0));
+    return minmax(values, values ? count : 0, 0.0);
 }
 
 std::pair<unsigned char, unsigned char> DataConverter::getminmax(unsigned char *values, long count)
 {
-    auto range = risingRange<unsigned char>(
-        values, count, static_cast<unsigned char>(255), static_cast<unsigned char>(0));
-    if (range.second == 0)
-        range.second = 1;
-    return range;
+    return minmax(values, values ? count : 0, static_cast<unsigned char>(0));
 }
 
-std::pair<double, double> DataConverter::getminmax(QVector<double> values)
+std::pair<double, double> DataConverter::getminmax(const QVector<double> &values)
 {
-    using Limits = std::numeric_limits<double>;
-    return withUsableMax(
-        risingRange<double>(values.constData(), values.size(), Limits::max(), Limits::min()));
+    return minmax(values.constData(), values.size(), std::numeric_limits<double>::min());
 }
 
 int DataConverter::getDistance(float value, float min, float range)
 {
-    return truncated((value - min) * 255.0f / range);
+    return truncatedToInt((value - min) * 255.0f / range);
 }
 
 void DataConverter::distanceToColor(unsigned char distance, float &r, float &g, float &b)
 {
-    // Hue in sixths of the colour circle: 226 degrees at the low end down to 0 at the top.
     const float hue = static_cast<float>(255 - distance) * 226.0f / 255.0f / 60.0f;
-    const int sector = static_cast<int>(std::floor(hue)) % 6;
-    const float rising = hue - static_cast<float>(sector);
+    const float sector = std::floor(hue);
+    const float rising = hue - sector;
     const float falling = 1.0f - rising;
-    const float colors[6][3] = {{1, rising, 0}, {falling, 1, 0}, {0, 1, rising}, {0, falling, 1},
-        {rising, 0, 1}, {1, 0, falling}};
-    r = colors[sector][0];
-    g = colors[sector][1];
-    b = colors[sector][2];
+    std::array<float, 3> color;
+    // The ramp ends at 226 degrees: no distance reaches the sectors from blue back to red.
+    switch (static_cast<int>(sector)) {
+    case 0:
+        color = {1.0f, rising, 0.0f};
+        break;
+    case 1:
+        color = {falling, 1.0f, 0.0f};
+        break;
+    case 2:
+        color = {0.0f, 1.0f, rising};
+        break;
+    default:
+        color = {0.0f, falling, 1.0f};
+    }
+    r = color[0];
+    g = color[1];
+    b = color[2];
 }
 
 void DataConverter::distanceToColor(
     unsigned char distance, unsigned char &r, unsigned char &g, unsigned char &b)
 {
-    float components[3];
-    distanceToColor(distance, components[0], components[1], components[2]);
-    r = static_cast<unsigned char>(components[0] * 255.0f);
-    g = static_cast<unsigned char>(components[1] * 255.0f);
-    b = static_cast<unsigned char>(components[2] * 255.0f);
+    float red = 0.0f;
+    float green = 0.0f;
+    float blue = 0.0f;
+    distanceToColor(distance, red, green, blue);
+    r = static_cast<unsigned char>(red * 255.0);
+    g = static_cast<unsigned char>(green * 255.0);
+    b = static_cast<unsigned char>(blue * 255.0);
 }
 
 QImage DataConverter::generateImageRangeMap(
-    float *values, int w, int h, unsigned char *&out, bool grey, Gradient gradient)
+    float *values, int w, int h, unsigned char *&out, bool grey, const Gradient &gradient)
 {
     return rangeMap(values, w, h, out, grey, gradient);
 }
 
 QImage DataConverter::generateImageRangeMap(
-    unsigned char *values, int w, int h, unsigned char *&out, bool grey, Gradient gradient)
+    unsigned char *values, int w, int h, unsigned char *&out, bool grey, const Gradient &gradient)
 {
     return rangeMap(values, w, h, out, grey, gradient);
 }

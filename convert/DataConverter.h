@@ -1,66 +1,77 @@
 #pragma once
 
+#include "Gradient.h"
 #include "Olvik3DViewerExport.h"
 
 #include <QImage>
 #include <QVector>
 
-#include <vtkPoints.h>
-#include <vtkPolyData.h>
 #include <vtkSmartPointer.h>
 
 #include <utility>
 
-class Gradient;
+class vtkPoints;
+class vtkPolyData;
 
-/// Stateless conversions of height buffers: to points, to false-colour images, and their ranges.
+/// Turns height buffers into points and false-colour images, without any state.
 ///
-/// A buffer is row-major: w values in each of h rows. Sizes that are not positive give no points or
-/// an empty image, a product beyond 32 bits wraps as in the sensor's own drivers: 65536 x 65536
-/// gives nothing, 65537 x 65537 the first 131073 samples. Re-entrant: any thread, several at once.
+/// A buffer holds w values per row and h rows, row-major; the value of row r and column c becomes
+/// the point (c, r, value), without any scale. Whatever the sizes, no more than the 32-bit,
+/// wrapping product w * h of values is read: a null buffer, a size that is not positive or a
+/// product that wraps to 0 or below is an empty buffer. Safe on any thread; results belong to the
+/// caller.
 class OLVIK3DVIEWER_EXPORT DataConverter
 {
 public:
     DataConverter() = delete;
 
-    /// One point (column, row, height) for each sample, zeros and NaN included; 32-bit floats.
+    /// One point per sample, zeros and NaN included.
+    /// \throws std::bad_alloc when there is no memory for the points, like all conversions to
+    /// points
     static vtkSmartPointer<vtkPoints> convertToPointData(float *buffer, int w, int h);
 
-    /// The same without the samples that are +0 or -0, packed without holes.
+    /// Without the samples that are +0 or -0, which the sensor writes where it saw nothing. NaN is
+    /// kept.
     static vtkSmartPointer<vtkPoints> convertToPointDataNoZero(float *buffer, int w, int h);
 
-    /// A cloud of these points, without cells.
+    /// The points alone, without cells.
     static vtkSmartPointer<vtkPolyData> convertToPolyData(float *buffer, int w, int h);
     static vtkSmartPointer<vtkPolyData> convertToPolyDataNoZero(float *buffer, int w, int h);
 
-    /// Exchanges y and z of each point in place.
-    static void swapzy(vtkSmartPointer<vtkPoints> points);
-    static void swapzy(vtkSmartPointer<vtkPolyData> polyData);
+    /// Exchanges y and z of every point in place.
+    static void swapzy(const vtkSmartPointer<vtkPoints> &points);
+    static void swapzy(const vtkSmartPointer<vtkPolyData> &polyData);
 
-    /// (min, max). A value that raises the maximum, which starts at 0, is not compared with the
-    /// minimum; a maximum below 1 counts as 1. (Largest double, 1) without values.
+    /// (min, max) in one pass, under rules that the colouring relies on: the maximum is searched
+    /// from 0 upwards and a maximum below 1 becomes 1; a value that raises the maximum is no
+    /// candidate for the minimum. Strictly rising positive values and empty buffers therefore leave
+    /// the minimum at the largest number of the result type. NaN is skipped.
     static std::pair<double, double> getminmax(float *values, long count);
     static std::pair<unsigned char, unsigned char> getminmax(unsigned char *values, long count);
-    static std::pair<double, double> getminmax(QVector<double> values);
+    static std::pair<double, double> getminmax(const QVector<double> &values);
 
-    /// Position of a value in a range, 0 at its low end to 255 at its top, truncated. Not clamped;
-    /// a range of 0 gives the smallest int, whose low byte is 0.
+    /// (value - min) * 255 / range in single precision, truncated toward zero and not clamped; the
+    /// low byte is the distance that distanceToColor() takes. NaN, infinity (a range of 0) and what
+    /// no int can hold give the smallest int, whose low byte is 0.
     static int getDistance(float value, float min, float range);
 
-    /// Hue ramp at full saturation: 0 is blue, 255 is red.
-    /// \param r,g,b set to components in [0, 1]
+    /// Hue at full saturation and value, from red at 255 down to blue, 226 degrees, at 0.
+    /// \param[out] r,g,b components in [0, 1]
     static void distanceToColor(unsigned char distance, float &r, float &g, float &b);
-    /// \param r,g,b set to components in [0, 255]
+    /// \param[out] r,g,b components in 0..255, truncated
     static void distanceToColor(
         unsigned char distance, unsigned char &r, unsigned char &g, unsigned char &b);
 
-    /// False-colour image: grey by getDistance(), else by the gradient where it has stops, else by
-    /// distanceToColor().
-    /// \param out set to the image's pixels, RGB888 without padding. The image does not own them:
-    /// keep
-    ///        them as long as the image, then release them with free().
+    /// False-colour image of the buffer, RGB888 with 3 * w bytes per line.
+    /// \param[out] out the pixels, to be released with free() after the image; null when there are
+    /// none \param grey grey by getDistance() instead of colours \param gradient the colours; one
+    /// without stops stands for the hue ramp of distanceToColor(), one whose
+    ///        bounds are both 0 colours every pixel black
+    /// \return an image over \a out; a null image for an empty buffer, a product of the sizes that
+    /// wraps,
+    ///         lines of more than INT_MAX bytes, or without memory
     static QImage generateImageRangeMap(
-        float *values, int w, int h, unsigned char *&out, bool grey, Gradient gradient);
-    static QImage generateImageRangeMap(
-        unsigned char *values, int w, int h, unsigned char *&out, bool grey, Gradient gradient);
+        float *values, int w, int h, unsigned char *&out, bool grey, const Gradient &gradient);
+    static QImage generateImageRangeMap(unsigned char *values, int w, int h, unsigned char *&out,
+        bool grey, const Gradient &gradient);
 };

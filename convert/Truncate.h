@@ -2,11 +2,11 @@
 
 #include <limits>
 
-/// Truncates toward zero. What fits into no int, NaN included, is the smallest int, as the
-/// processor's own conversion answers; the language leaves it undefined.
-template <class Float> constexpr int truncated(Float value)
+/// \a value truncated toward zero. NaN and whatever no int can hold, which C++ leaves undefined,
+/// give the smallest int, as x86 itself answers; its low byte is 0.
+template <typename Float> constexpr int truncatedToInt(Float value)
 {
-    constexpr Float limit = -static_cast<Float>(std::numeric_limits<int>::min());
-    return value > -limit - 1 && value < limit ? static_cast<int>(value)
-                                               : std::numeric_limits<int>::min();
+    constexpr Float limit = 2147483648.0f;
+    return value >= -limit && value < limit ? static_cast<int>(value)
+                                            : std::numeric_limits<int>::min();
 }

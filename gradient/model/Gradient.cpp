@@ -1,87 +1,77 @@
 #include "Gradient.h"
 
-#include "Truncate.h"
-
+#include <QBrush>
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QJsonValue>
 #include <QPainter>
 #include <QRect>
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace {
 
+/// False for NaN.
 bool isOnAxis(double position)
 {
     return position >= 0.0 && position <= 1.0;
 }
 
-/// QGradient::stops() answers black and white for a gradient without stops; only adding one tells.
-bool hasNoStops(const QLinearGradient &gradient)
+int wholeBound(double bound)
 {
-    if (gradient.stops().size() != 2)
-        return false;
-    QLinearGradient probe = gradient;
-    probe.setColorAt(0.5, Qt::red);
-    return probe.stops().size() == 1;
+    constexpr double lowest = std::numeric_limits<int>::min();
+    constexpr double highest = std::numeric_limits<int>::max();
+    return std::isnan(bound) ? 0 : static_cast<int>(std::clamp(bound, lowest, highest));
 }
 
-QGradientStops stopsOf(const QLinearGradient &gradient)
-{
-    return hasNoStops(gradient) ? QGradientStops() : gradient.stops();
-}
-
-/// Without the stops that Qt would refuse with a warning.
-void setStops(QLinearGradient &gradient, QGradientStops stops)
-{
-    stops.erase(std::remove_if(stops.begin(), stops.end(),
-                    [](const QGradientStop &stop) { return !isOnAxis(stop.first); }),
-        stops.end());
-    gradient.setStops(stops);
-}
-
-ColorGradient::Color componentsOf(const QColor &color)
+BoundColor boundColor(const QColor &color)
 {
     return {color.red(), color.green(), color.blue(), color.alpha()};
 }
 
-QColor colorOf(const ColorGradient::Color &color)
+BoundColor boundColor(const QJsonArray &json)
+{
+    return {json.at(0).toInt(), json.at(1).toInt(), json.at(2).toInt(), json.at(3).toInt()};
+}
+
+QColor qColor(const BoundColor &color)
+{
+    return QColor(color.r, color.g, color.b, color.a);
+}
+
+QJsonArray toJson(const BoundColor &color)
 {
     return {color.r, color.g, color.b, color.a};
 }
 
-QJsonArray toJson(const ColorGradient::Color &color)
+QGradientStop stopFromJson(const QJsonArray &json)
 {
-    return {color.r, color.g, color.b, color.a};
-}
-
-ColorGradient::Color colorFromJson(const QJsonValue &json)
-{
-    const QJsonArray components = json.toArray();
-    return {components[0].toInt(0), components[1].toInt(0), components[2].toInt(0),
-        components[3].toInt(0)};
+    const auto position = static_cast<float>(json.at(3).toDouble());
+    return {position, QColor(json.at(0).toInt(), json.at(1).toInt(), json.at(2).toInt())};
 }
 
 } // namespace
 
-Gradient::Gradient(unsigned long identifier)
-    : id(identifier)
+Gradient::Gradient(unsigned long number)
+    : id(number)
 {
-    table.clearColorPoints();
+    colors.clear();
 }
 
 Gradient::Gradient(const Gradient &other)
-    : Gradient(other.id)
+    : Gradient()
 {
     copyfromOther(other);
 }
 
-Gradient::Gradient(std::shared_ptr<Gradient> other)
+Gradient::Gradient(const std::shared_ptr<Gradient> &other)
     : Gradient()
 {
-    copyfromOther(std::move(other));
+    copyfromOther(other);
 }
+
+Gradient::~Gradient() = default;
 
 Gradient &Gradient::operator=(const Gradient &other)
 {
@@ -99,13 +89,13 @@ void Gradient::copyfromOther(const Gradient &other)
 {
     name = other.name;
     id = other.id;
-    table = other.table;
+    colors = other.colors;
     qtgrad = other.qtgrad;
     updategrad();
     Q_EMIT updated();
 }
 
-void Gradient::copyfromOther(std::shared_ptr<Gradient> other)
+void Gradient::copyfromOther(const std::shared_ptr<Gradient> &other)
 {
     if (other)
         copyfromOther(*other);
@@ -113,7 +103,7 @@ void Gradient::copyfromOther(std::shared_ptr<Gradient> other)
 
 void Gradient::reset()
 {
-    table.clearColorPoints();
+    colors.clear();
     qtgrad = QLinearGradient();
 }
 
@@ -123,143 +113,174 @@ void Gradient::setName(const QString &newName)
     Q_EMIT updated();
 }
 
-void Gradient::setMin(double value)
+void Gradient::setMin(double bound)
 {
-    table.setMin(truncated(value));
+    colors.setMin(wholeBound(bound));
     Q_EMIT updated();
 }
 
-void Gradient::setMin(double value, QColor color)
+void Gradient::setMax(double bound)
 {
-    table.setBelowColor(componentsOf(color));
-    setMin(value);
-}
-
-void Gradient::setMax(double value)
-{
-    table.setMax(truncated(value));
+    colors.setMax(wholeBound(bound));
     Q_EMIT updated();
 }
 
-void Gradient::setMax(double value, QColor color)
+void Gradient::setMin(double bound, const QColor &color)
 {
-    table.setAboveColor(componentsOf(color));
-    setMax(value);
+    colors.setBelowColor(boundColor(color));
+    setMin(bound);
+}
+
+void Gradient::setMax(double bound, const QColor &color)
+{
+    colors.setAboveColor(boundColor(color));
+    setMax(bound);
+}
+
+double Gradient::getMin() const
+{
+    return colors.getMin();
+}
+
+double Gradient::getMax() const
+{
+    return colors.getMax();
 }
 
 QColor Gradient::getMinColor() const
 {
-    return colorOf(table.belowColor());
+    return qColor(colors.belowColor());
 }
 
 QColor Gradient::getMaxColor() const
 {
-    return colorOf(table.aboveColor());
+    return qColor(colors.aboveColor());
 }
 
-void Gradient::addStop(float position, QColor color)
+void Gradient::addStop(float position, const QColor &color)
 {
-    if (!isOnAxis(static_cast<double>(position)))
+    if (!isOnAxis(position))
         return;
-    qtgrad.setColorAt(static_cast<double>(position), color);
+
+    qtgrad.setColorAt(position, color);
     updategrad();
 }
 
 void Gradient::removeStop(double position)
 {
-    QGradientStops stops = stopsOf(qtgrad);
-    const auto found = std::find_if(stops.begin(), stops.end(),
-        [position](const QGradientStop &stop) { return stop.first == position; });
-    if (found != stops.end())
-        stops.erase(found);
-    setStops(qtgrad, stops);
-    updategrad();
+    QGradientStops kept = stops();
+    const auto isThere = [position](const QGradientStop &stop) { return stop.first == position; };
+    const auto found = std::find_if(kept.begin(), kept.end(), isThere);
+    if (found != kept.end())
+        kept.erase(found);
+    setStops(kept);
 }
 
 bool Gradient::moveStop(double from, double to)
 {
-    QGradientStops stops = stopsOf(qtgrad);
-    const bool isTaken = std::any_of(
-        stops.cbegin(), stops.cend(), [to](const QGradientStop &stop) { return stop.first == to; });
-    if (isTaken)
+    QGradientStops moved = stops();
+    const auto isTaken = [to](const QGradientStop &stop) { return stop.first == to; };
+    if (std::any_of(moved.cbegin(), moved.cend(), isTaken))
         return false;
 
     bool hasMoved = false;
-    for (QGradientStop &stop : stops) {
+    for (QGradientStop &stop : moved) {
         if (stop.first != from)
             continue;
         stop.first = to;
         hasMoved = true;
     }
-    setStops(qtgrad, stops);
-    updategrad();
+    setStops(moved);
     return hasMoved;
 }
 
 bool Gradient::isStop(double position) const
 {
-    const QGradientStops stops = stopsOf(qtgrad);
-    return std::any_of(stops.cbegin(), stops.cend(),
+    const QGradientStops existing = stops();
+    return std::any_of(existing.cbegin(), existing.cend(),
         [position](const QGradientStop &stop) { return qFuzzyCompare(stop.first, position); });
+}
+
+QGradientStops Gradient::stops() const
+{
+    // QGradient::stops() shows black and white for an empty list. Only an empty list has a single
+    // stop after one was set that is not among the two.
+    const QGradientStops shown = qtgrad.stops();
+    if (shown.size() != 2)
+        return shown;
+
+    QGradient probe = qtgrad;
+    probe.setColorAt(0.5, Qt::black);
+    return probe.stops().size() == 1 ? QGradientStops() : shown;
 }
 
 void Gradient::updategrad()
 {
-    table.clearColorPoints();
-    const QGradientStops stops = stopsOf(qtgrad);
-    for (const auto &[position, color] : stops) {
-        table.addColorPoint(static_cast<float>(position), static_cast<float>(color.red()),
-            static_cast<float>(color.green()), static_cast<float>(color.blue()),
-            static_cast<float>(color.alpha()));
+    colors.clear();
+    for (const QGradientStop &stop : stops()) {
+        const BoundColor color = boundColor(stop.second);
+        colors.addColorPoint(static_cast<float>(stop.first), static_cast<float>(color.r),
+            static_cast<float>(color.g), static_cast<float>(color.b), static_cast<float>(color.a));
     }
 }
 
 void Gradient::getColorFromValue(double value, int &r, int &g, int &b, int &a) const
 {
-    table.getColorRawValue(static_cast<float>(value), r, g, b, a);
+    colors.getColorRawValue(static_cast<float>(value), r, g, b, a);
 }
 
-void Gradient::paint(QPainter *painter, const QRect &rect, const QPalette &) const
+void Gradient::paint(QPainter *painter, const QRect &rect, const QPalette &palette) const
 {
-    QLinearGradient across = qtgrad;
-    across.setStart(rect.topLeft());
-    across.setFinalStop(rect.topRight());
+    Q_UNUSED(palette)
+    QLinearGradient drawn = qtgrad;
+    drawn.setStart(rect.topLeft());
+    drawn.setFinalStop(rect.topRight());
+
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);
-    painter->fillRect(rect, QBrush(across));
+    painter->fillRect(rect, QBrush(drawn));
     painter->restore();
 }
 
 void Gradient::write(QJsonObject &json) const
 {
-    QJsonArray stops;
-    for (const ColorPoint &point : table.colorPoints())
-        stops.append(QJsonArray{point.r, point.g, point.b, static_cast<double>(point.val)});
+    QJsonArray stopArray;
+    for (const ColorPoint &point : colors.colorPoints())
+        stopArray.append(QJsonArray{point.r, point.g, point.b, static_cast<double>(point.val)});
     json["name"] = name;
-    json["stops"] = stops;
-    json["min"] = table.getMin();
-    json["max"] = table.getMax();
-    json["minColor"] = toJson(table.belowColor());
-    json["maxColor"] = toJson(table.aboveColor());
+    json["stops"] = stopArray;
+    json["min"] = colors.getMin();
+    json["max"] = colors.getMax();
+    json["minColor"] = toJson(colors.belowColor());
+    json["maxColor"] = toJson(colors.aboveColor());
 }
 
 void Gradient::read(const QJsonObject &json)
 {
     reset();
     name = json["name"].toString();
-    const QJsonArray stops = json["stops"].toArray();
-    for (const QJsonValue &value : stops) {
-        const QJsonArray stop = value.toArray();
-        const auto position = static_cast<double>(static_cast<float>(stop[3].toDouble(0.0)));
-        if (isOnAxis(position))
-            qtgrad.setColorAt(
-                position, QColor(stop[0].toInt(0), stop[1].toInt(0), stop[2].toInt(0)));
-    }
-    // Once at the end: rebuilding the table for each of thousands of stops takes seconds.
+    const QJsonArray stopArray = json["stops"].toArray();
+    QGradientStops given;
+    given.reserve(stopArray.size());
+    for (const QJsonValue &stop : stopArray)
+        given.append(stopFromJson(stop.toArray()));
+    setStops(given);
+
+    colors.setMin(json["min"].toInt());
+    colors.setMax(json["max"].toInt());
+    colors.setBelowColor(boundColor(json["minColor"].toArray()));
+    colors.setAboveColor(boundColor(json["maxColor"].toArray()));
+}
+
+/// At once, because every single change rebuilds the colour table. A later stop at the position of
+/// an earlier one replaces its colour.
+void Gradient::setStops(const QGradientStops &wanted)
+{
+    // QGradient would drop the others too, but with a line on the host's console for each.
+    QGradientStops onAxis;
+    std::copy_if(wanted.cbegin(), wanted.cend(), std::back_inserter(onAxis),
+        [](const QGradientStop &stop) { return isOnAxis(stop.first); });
+    qtgrad.setStops(onAxis);
     updategrad();
-    table.setMin(json["min"].toInt(0));
-    table.setMax(json["max"].toInt(0));
-    table.setBelowColor(colorFromJson(json["minColor"]));
-    table.setAboveColor(colorFromJson(json["maxColor"]));
 }

@@ -16,93 +16,108 @@ class QPainter;
 class QPalette;
 class QRect;
 
-/// A named colour pattern that maps heights to colours: stops between a lower and an upper bound,
-/// and one colour each for heights below and above them.
+/// A named colour pattern that maps heights to colours: stops on an axis from 0 to 1, whole-number
+/// bounds that lay the axis over heights, and one colour each for heights below and above the
+/// bounds.
 ///
-/// Keeps the stops twice: as a QLinearGradient, which editors draw and change, and as a
-/// ColorGradient, which colours heights. Copies are independent and own no parent. Shared objects
-/// live on the GUI thread; a copy that nobody changes may be read from any thread.
+/// The stops live twice: in a QLinearGradient, which is drawn and edited, and in a colour table,
+/// which is looked up; the table follows the gradient. Copies are independent. GUI thread only,
+/// except that a copy may be looked up on any one thread.
 class OLVIK3DVIEWER_EXPORT Gradient : public QObject
 {
     Q_OBJECT
 
 public:
-    /// No name, no stops, both bounds 0.
-    explicit Gradient(unsigned long id = 0);
+    /// No name, no stops, both bounds 0. \param number kept and copied, without any meaning here
+    explicit Gradient(unsigned long number = 0);
     Gradient(const Gradient &other);
-    /// A copy; an empty gradient for a null pointer.
-    explicit Gradient(std::shared_ptr<Gradient> other);
+    /// Like Gradient(0) when \a other is null.
+    explicit Gradient(const std::shared_ptr<Gradient> &other);
+    ~Gradient() override;
+
     Gradient &operator=(const Gradient &other);
-    /// Does nothing for a null pointer.
+    /// Does nothing when \a other is null.
     Gradient &operator=(const std::shared_ptr<Gradient> &other);
 
-    /// Takes over everything, the name included, and emits updated().
+    /// Takes over everything, the id included, and emits updated().
     void copyfromOther(const Gradient &other);
-    /// Does nothing for a null pointer.
-    void copyfromOther(std::shared_ptr<Gradient> other);
+    /// Does nothing when \a other is null.
+    void copyfromOther(const std::shared_ptr<Gradient> &other);
 
-    /// Removes all stops; keeps name, bounds and bound colours. Emits nothing.
+    /// Drops the stops; name, bounds and bound colours stay. Emits nothing.
     void reset();
 
     QString getName() const { return name; }
     void setName(const QString &newName);
 
-    /// Bounds are whole numbers in the unit of the heights, truncated toward zero. A value that
-    /// fits into no 32-bit integer, NaN included, becomes the smallest one.
-    void setMin(double value);
-    void setMin(double value, QColor color);
-    void setMax(double value);
-    void setMax(double value, QColor color);
-    double getMin() const { return table.getMin(); }
-    double getMax() const { return table.getMax(); }
-    /// Colour of heights below the lower bound; invalid when a loaded component is not in 0 to 255.
+    /// Bounds are truncated toward zero to whole numbers and held to the range of int; NaN becomes
+    /// 0. While both bounds are 0 the gradient colours nothing.
+    void setMin(double bound);
+    void setMax(double bound);
+    /// \param color colour of the heights below the bound
+    void setMin(double bound, const QColor &color);
+    /// \param color colour of the heights above the bound
+    void setMax(double bound, const QColor &color);
+    double getMin() const;
+    double getMax() const;
+    /// Invalid when a record gave a component outside 0..255.
     QColor getMinColor() const;
     QColor getMaxColor() const;
 
-    /// Adds a stop, or recolours the one at exactly this position. Ignored outside [0, 1]. The
-    /// position is widened to double, so a stop added at 0.3f is not found at 0.3. Emits nothing.
-    void addStop(float position, QColor color);
+    /// Sets the colour at a position, new or not. Emits nothing.
+    /// \param position kept as the widened float; ignored when NaN or outside [0, 1]
+    void addStop(float position, const QColor &color);
 
-    /// Removes the first stop at exactly this position, if any. Emits nothing.
+    /// Removes the stop at exactly this position, if any. Emits nothing.
     void removeStop(double position);
 
-    /// Moves all stops from exactly one position to another; outside [0, 1] they are lost. Emits
-    /// nothing. \return false when no stop was moved, in particular when there is one at \a to
-    /// already
+    /// A stop that is moved out of [0, 1] is dropped. Emits nothing.
+    /// \return false, and nothing moves, when there is no stop at exactly \a from or already one at
+    /// \a to
     bool moveStop(double from, double to);
 
-    /// Whether there is a stop at a position, up to a relative difference of 10^-12.
+    /// Tells whether a stop lies at the position, with qFuzzyCompare's relative tolerance of 1e-12.
     bool isStop(double position) const;
 
-    /// Takes the stops over from getQtgrad(), for callers that changed them there.
+    /// The stops in ascending order, none for an empty gradient, where QGradient::stops() tells of
+    /// two.
+    QGradientStops stops() const;
+
+    /// Brings the colour table up to date after a change through getQtgrad().
     void updategrad();
-    /// The stops as Qt knows them; never null. QGradient::stops() answers black and white when
-    /// there are none.
+
+    /// Borrowed; never null, valid as long as the gradient.
     QLinearGradient *getQtgrad() { return &qtgrad; }
 
-    /// Whether there is any stop.
-    bool isValid() const { return table.isValid(); }
+    /// True when at least one stop exists.
+    bool isValid() const { return colors.isValid(); }
 
-    /// Looks a height up. Leaves the outputs untouched while both bounds are 0 or there is no stop:
-    /// fill them first. \param r,g,b,a components, 0 to 255
+    /// Leaves the outputs untouched while both bounds are 0 or, inside the bounds, without stops:
+    /// fill them first. \param value height in the unit of the bounds, rounded to single precision
+    /// \param[out] r,g,b,a components, truncated toward zero
     void getColorFromValue(double value, int &r, int &g, int &b, int &a) const;
 
-    /// Fills a rectangle with the stops, position 0 at its left edge.
+    /// Fills \a rect with the stops from left to right; one without stops shows Qt's black to
+    /// white.
     void paint(QPainter *painter, const QRect &rect, const QPalette &palette) const;
 
-    /// Writes the record of the gradients file. The stops' alpha is not kept.
+    /// The stops' alpha is not written.
     void write(QJsonObject &json) const;
-    /// Reads such a record. Whatever is missing or of another type counts as 0, "" or no stop;
-    /// stops outside [0, 1] are dropped. Emits nothing.
+
+    /// Replaces everything but the id. Reads leniently: what is missing or of another type is 0, ""
+    /// or no stop, stops outside [0, 1] are dropped. Emits nothing.
     void read(const QJsonObject &json);
 
 Q_SIGNALS:
+    /// Name, bounds or bound colours were set, or all was copied from another gradient.
     void updated();
 
 private:
+    void setStops(const QGradientStops &wanted);
+
     QString name;
-    unsigned long id;
-    ColorGradient table;
+    quint64 id;
+    ColorGradient colors;
     QLinearGradient qtgrad;
 };
 

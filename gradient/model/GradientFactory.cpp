@@ -2,9 +2,9 @@
 
 namespace {
 
-Gradient fromTo(const QColor &first, const QColor &last)
+Gradient twoStops(const QColor &first, const QColor &last)
 {
-    Gradient gradient(0);
+    Gradient gradient;
     gradient.addStop(0.0f, first);
     gradient.addStop(1.0f, last);
     return gradient;
@@ -14,10 +14,10 @@ Gradient fromTo(const QColor &first, const QColor &last)
 
 Gradient GradientFactory::WhiteAndBlack()
 {
-    return fromTo(Qt::white, Qt::black);
+    return twoStops(Qt::white, Qt::black);
 }
 
 Gradient GradientFactory::BlackAndWhite()
 {
-    return fromTo(Qt::black, Qt::white);
+    return twoStops(Qt::black, Qt::white);
 }
