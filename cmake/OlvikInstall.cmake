@@ -1,5 +1,16 @@
 include(CMakePackageConfigHelpers)
 
+# After all folders have added their headers.
+set(olvik_libraries Olvik3DViewerWidget)
+if(TARGET OlvikSettingsController)
+    list(APPEND olvik_libraries OlvikSettingsController)
+endif()
+install(TARGETS ${olvik_libraries} EXPORT Olvik3DViewerWidgetTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/olvik3dviewer
+    FILE_SET generated_headers DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/olvik3dviewer
+    INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/olvik3dviewer)
+
 set(olvik_config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Olvik3DViewerWidget)
 
 install(EXPORT Olvik3DViewerWidgetTargets

@@ -24,8 +24,8 @@ function(olvik_target_defaults target)
 endfunction()
 
 # olvik_add_library(<name> BASE_NAME <macro prefix> EXPORT_HEADER <file>)
-# A shared library with hidden visibility, a generated export header and an entry in the install.
-# Sources and public headers are added by the folders that hold them.
+# A shared library with hidden visibility and a generated export header. Sources and public headers are
+# added by the folders that hold them.
 function(olvik_add_library name)
     cmake_parse_arguments(arg "" "BASE_NAME;EXPORT_HEADER" "" ${ARGN})
     add_library(${name} SHARED)
@@ -44,11 +44,6 @@ function(olvik_add_library name)
     # A set of its own: one set may not have base folders in the source and in the build tree.
     target_sources(${name} PUBLIC FILE_SET generated_headers TYPE HEADERS
         BASE_DIRS "${generated}" FILES "${generated}/${arg_EXPORT_HEADER}")
-    install(TARGETS ${name} EXPORT Olvik3DViewerWidgetTargets
-        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-        FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/olvik3dviewer
-        FILE_SET generated_headers DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/olvik3dviewer
-        INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/olvik3dviewer)
 endfunction()
 
 # olvik_add_sources(<target> [PUBLIC_HEADERS ...] [SOURCES ...]): one call in each source folder.

@@ -19,22 +19,22 @@ class QWidget;
 /// \endcode
 ///
 /// Without a parent widget the viewer opens a window of its own, with menus and a status bar, and
-/// creates a QApplication where there is none. With a parent widget only the 3D view is placed into that
-/// widget (in a layout of its own, or at the end of the layout that the widget already has).
+/// creates a QApplication where there is none. With a parent widget only the 3D view is placed into
+/// that widget (in a layout of its own, or at the end of the layout that the widget already has).
 ///
-/// All members are called on the GUI thread. The host owns the control; what it built is deleted soon
-/// after it, as soon as the event loop runs.
+/// All members are called on the GUI thread. The host owns the control; what it built is deleted
+/// soon after it, as soon as the event loop runs.
 class OLVIK3DVIEWER_EXPORT Olvik3DViewerControl : public QObject
 {
     Q_OBJECT
 
 public:
     /// \param windowName title of the viewer's window and the name given to the receiver
-    /// \param parent widget to embed the 3D view in and parent of this object; null for an own window
-    /// \param receiver borrowed, may be null
+    /// \param parent widget to embed the 3D view in and parent of this object; null for an own
+    /// window \param receiver borrowed, may be null
     ///
-    /// Ends the process with status 255 after a message box when the machine has no OpenGL 3.2 and an
-    /// own window was asked for.
+    /// Ends the process with status 255 after a message box when the machine has no OpenGL 3.2 and
+    /// an own window was asked for.
     Olvik3DViewerControl(QString windowName, QWidget *parent, IEvent3DViewerReceiver *receiver);
     ~Olvik3DViewerControl() override;
 
@@ -54,9 +54,9 @@ Q_SIGNALS:
     void distancePicked(double distance);
 
 public Q_SLOTS:
-    /// Shows a buffer of heights. It is copied before this returns and converted on a worker thread; a
-    /// buffer that arrives while the worker is busy is dropped, so the picture never lags behind.
-    /// Buffers are ignored once the window was closed, null buffers always.
+    /// Shows a buffer of heights. It is copied before this returns and converted on a worker
+    /// thread; a buffer that arrives while the worker is busy is dropped, so the picture never lags
+    /// behind. Buffers are ignored once the window was closed, null buffers always.
     ///
     /// \param buffer width * height heights, row-major, one profile per row
     /// \param width values per profile
@@ -65,7 +65,8 @@ public Q_SLOTS:
     /// \throws std::bad_alloc when there is no memory for the copy
     void setBuffer(float *buffer, int width, int height);
 
-    /// Fixes the top of the height axis for the buffers to come; 0, the default, lets it follow the data.
+    /// Fixes the top of the height axis for the buffers to come; 0, the default, lets it follow the
+    /// data.
     void setSensorHeight(int sensorHeight);
 
     void show();

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <new>
 
-OlvikProfileData::OlvikProfileData(int width, int height, float *values)
-    : width(width)
-    , height(height)
+OlvikProfileData::OlvikProfileData(int valuesPerProfile, int profiles, float *values)
+    : width(valuesPerProfile)
+    , height(profiles)
 {
     const std::int64_t count = wrappedSampleCount(width, height);
     if (count < 0)

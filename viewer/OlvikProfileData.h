@@ -8,8 +8,8 @@
 
 /// One buffer of heights on its way from the host to the screen.
 ///
-/// Copies share the heights, which are never written after construction; copies may be made and dropped
-/// on any thread.
+/// Copies share the heights, which are never written after construction; copies may be made and
+/// dropped on any thread.
 class OLVIK3DVIEWER_EXPORT OlvikProfileData
 {
 public:

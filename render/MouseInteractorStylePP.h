@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Olvik3DViewerExport.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+
+#include <vtkInteractorStyleTrackballCamera.h>
+
+/// Trackball camera that also tells a click from a drag: a left button released within 150 ms
+/// picks.
+///
+/// Counted by VTK like any other style; a QObject parent is only told about, it must not delete the
+/// style while VTK still holds it. GUI thread only.
+class OLVIK3DVIEWER_EXPORT MouseInteractorStylePP : public QObject,
+                                                    public vtkInteractorStyleTrackballCamera
+{
+    Q_OBJECT
+
+public:
+    static MouseInteractorStylePP *New();
+    vtkTypeMacro(MouseInteractorStylePP, vtkInteractorStyleTrackballCamera)
+
+    explicit MouseInteractorStylePP(QObject *parent = nullptr);
+
+    void OnLeftButtonDown() override;
+    void OnLeftButtonUp() override;
+
+Q_SIGNALS:
+    /// \param coords three doubles in scene units, valid during the emission only. A click beside
+    /// the
+    ///        cloud reports whatever the interactor's picker answers.
+    void pixelPicked(const double *coords);
+
+private:
+    void pick();
+
+    QElapsedTimer pressed;
+};

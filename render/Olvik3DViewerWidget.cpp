@@ -1,0 +1,566 @@
+#include "Olvik3DViewerWidget.h"
+
+#include "AxisExtents.h"
+#include "CloudActor.h"
+#include "CloudMapper.h"
+#include "CloudPoints.h"
+#include "DistanceMarker.h"
+#include "HeightShader.h"
+#include "IndividualBound.h"
+#include "MouseInteractorStylePP.h"
+#include "VertexCells.h"
+#include "vtkShaderCallback.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMutexLocker>
+#include <QSurfaceFormat>
+#include <QThread>
+
+#include <QVTKInteractor.h>
+#include <vtkCubeAxesActor.h>
+#include <vtkGenericOpenGLRenderWindow.h>
+#include <vtkMath.h>
+#include <vtkOpenGLCamera.h>
+#include <vtkOpenGLRenderer.h>
+#include <vtkPointData.h>
+#include <vtkPointPicker.h>
+#include <vtkProperty.h>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+constexpr double framingZoom = 0.8;
+
+/// Clears the flag that lets no second cloud in, also when an exception ends the frame.
+class BusyFlag
+{
+public:
+    explicit BusyFlag(std::atomic<bool> &busy)
+        : flag(&busy)
+    { }
+    ~BusyFlag()
+    {
+        if (flag)
+            *flag = false;
+    }
+    BusyFlag(const BusyFlag &) = delete;
+    BusyFlag &operator=(const BusyFlag &) = delete;
+
+    /// From here on somebody else clears the flag.
+    void handOver() { flag = nullptr; }
+
+private:
+    std::atomic<bool> *flag;
+};
+
+bool isFinite(const double (&bounds)[6])
+{
+    return std::all_of(
+        std::begin(bounds), std::end(bounds), [](double bound) { return std::isfinite(bound); });
+}
+
+bool isUnscaled(const std::array<float, 3> &factors)
+{
+    return factors == std::array<float, 3>{1.0f, 1.0f, 1.0f};
+}
+
+void scaleInPlace(vtkPolyData &cloud, const std::array<float, 3> &factors)
+{
+    if (!isUnscaled(factors))
+        scalePoints(cloud, factors);
+}
+
+} // namespace
+
+Olvik3DViewerWidget::Olvik3DViewerWidget(QWidget *parent)
+    : QVTKOpenGLNativeWidget(parent)
+    , vertexCells(std::make_unique<VertexCells>())
+    , distanceMarker(std::make_unique<DistanceMarker>())
+{
+    qRegisterMetaType<RenderData>("RenderData");
+    // For widgets to come; this one took the host's default when its base was built.
+    QSurfaceFormat::setDefaultFormat(QVTKOpenGLNativeWidget::defaultFormat());
+    setFormat(QVTKOpenGLNativeWidget::defaultFormat());
+
+    state.gradient = std::make_shared<const Gradient>(0);
+    state.lastData.polyData = emptyCloud;
+    connect(this, &Olvik3DViewerWidget::mRender, this, &Olvik3DViewerWidget::onRender,
+        Qt::QueuedConnection);
+
+    hide();
+    buildScene();
+    buildInteraction();
+}
+
+Olvik3DViewerWidget::~Olvik3DViewerWidget()
+{
+    removeHeightShader();
+    // VTK counts the style, so it must be neither deleted as a child of this object nor told of
+    // events while this object goes.
+    interactorStyle->setParent(nullptr);
+    interactor()->SetInteractorStyle(nullptr);
+    makeCurrent();
+    sceneWindow->ReleaseGraphicsResources(sceneWindow);
+}
+
+void Olvik3DViewerWidget::buildScene()
+{
+    setRenderWindow(sceneWindow);
+    sceneWindow->AddRenderer(renderer);
+    sceneWindow->SetMultiSamples(0);
+
+    setmapper();
+    ensureFloatPoints(*emptyCloud);
+    mapper->SetInputData(emptyCloud);
+    actor->SetMapper(mapper);
+    actor->GetProperty()->BackfaceCullingOn();
+    cubeAxes->SetCamera(camera);
+    cubeAxes->SetVisibility(0);
+    cubeAxes->PickableOff();
+    titleAxes();
+
+    renderer->SetBackground(0.0, 0.0, 0.0);
+    renderer->SetActiveCamera(camera);
+    camera->SetFocalPoint(0.0, 0.0, 0.0);
+    camera->Zoom(framingZoom);
+    framedViewAngle = camera->GetViewAngle();
+
+    renderer->AddActor(actor);
+    renderer->AddActor(cubeAxes);
+    renderer->ResetCamera();
+    distanceMarker->addTo(*renderer);
+}
+
+void Olvik3DViewerWidget::titleAxes()
+{
+    // The scene's y axis runs along the profiles and its z axis is the height, which operators know
+    // as Y.
+    cubeAxes->SetXTitle("X");
+    cubeAxes->SetXUnits("pixels");
+    cubeAxes->SetYTitle("z");
+    cubeAxes->SetYUnits("profiles");
+    cubeAxes->SetZTitle("Y");
+    cubeAxes->SetZUnits("pixels");
+}
+
+void Olvik3DViewerWidget::buildInteraction()
+{
+    constexpr double framesPerSecond = 20.0;
+    interactorStyle.TakeReference(new MouseInteractorStylePP(this));
+    connect(interactorStyle, &MouseInteractorStylePP::pixelPicked, this,
+        &Olvik3DViewerWidget::onPixelPicked);
+
+    interactor()->SetDesiredUpdateRate(framesPerSecond);
+    interactor()->SetPicker(pointPicker);
+    interactor()->SetRenderWindow(sceneWindow);
+    interactor()->SetInteractorStyle(interactorStyle);
+}
+
+void Olvik3DViewerWidget::setmapper()
+{
+    removeHeightShader();
+    // Without shift and scale the shader sees the cloud's real coordinates.
+    mapper->SetVBOShiftScaleMethod(0);
+    if (!installHeightShader(*actor))
+        return;
+
+    shaderCallback.TakeReference(vtkShaderCallback::New());
+    shaderCallback->data = shown;
+    shaderObserver = mapper->AddObserver(vtkCommand::UpdateShaderEvent, shaderCallback);
+}
+
+void Olvik3DViewerWidget::removeHeightShader()
+{
+    if (!shaderCallback)
+        return;
+    ::removeHeightShader(*actor);
+    mapper->RemoveObserver(shaderObserver);
+    shaderCallback = nullptr;
+}
+
+void Olvik3DViewerWidget::onRenderNoCamera()
+{
+    const QMutexLocker lock(&renderMutex);
+    mapper->Update();
+    sceneWindow->Render();
+}
+
+void Olvik3DViewerWidget::show()
+{
+    QWidget::show();
+}
+
+void Olvik3DViewerWidget::hide()
+{
+    QWidget::hide();
+}
+
+Olvik3DViewerWidget::State Olvik3DViewerWidget::sharedState() const
+{
+    const QMutexLocker lock(&stateMutex);
+    return state;
+}
+
+int Olvik3DViewerWidget::getScale() const
+{
+    return sharedState().scale;
+}
+
+float Olvik3DViewerWidget::getScale_x() const
+{
+    return sharedState().scaleX;
+}
+
+float Olvik3DViewerWidget::getScale_y() const
+{
+    return sharedState().scaleY;
+}
+
+float Olvik3DViewerWidget::getScale_z() const
+{
+    return sharedState().scaleZ;
+}
+
+ColorMode Olvik3DViewerWidget::getColorMode() const
+{
+    return sharedState().colorMode;
+}
+
+AxesFly Olvik3DViewerWidget::getAxesFly() const
+{
+    return axesFly;
+}
+
+bool Olvik3DViewerWidget::getAxisVisibility() const
+{
+    return cubeAxes->GetVisibility() != 0;
+}
+
+void Olvik3DViewerWidget::loadPolyData(vtkSmartPointer<vtkPolyData> polyData,
+    std::array<double, 6> boundsAll, std::array<double, 2> boundsNoZero)
+{
+    if (!polyData || busy.exchange(true))
+        return;
+
+    BusyFlag guard(busy);
+    // Any other thread leaves this to onRender: the actor is in the scene.
+    if (QThread::currentThread() == thread())
+        actor->SetOrientation(0.0, 0.0, 0.0);
+    submit(*polyData, boundsAll, boundsNoZero);
+    guard.handOver();
+}
+
+void Olvik3DViewerWidget::submit(vtkPolyData &polyData, const std::array<double, 6> &bounds,
+    const std::array<double, 2> &heightRange)
+{
+    const State current = acceptBounds(bounds, heightRange);
+    const bool isFlat = bounds[5] - bounds[4] == 0.0;
+    if (isFlat) {
+        Q_EMIT mRender(current.lastData);
+        return;
+    }
+
+    const vtkSmartPointer<vtkPolyData> unscaled = unscaledCopy(polyData, current);
+    scaleInPlace(polyData, current.sceneScale());
+    if (current.colorMode == UserGradient)
+        polyData.GetPointData()->SetScalars(gradientColors(*unscaled, *current.gradient));
+    const RenderData request = renderRequest(polyData, current);
+    {
+        const QMutexLocker lock(&stateMutex);
+        state.cloud = unscaled;
+        state.lastData = request;
+        state.lastData.polyData = emptyCloud;
+    }
+    Q_EMIT mRender(request);
+}
+
+/// \return what the rest of the frame works with, whatever the GUI thread changes meanwhile
+Olvik3DViewerWidget::State Olvik3DViewerWidget::acceptBounds(
+    const std::array<double, 6> &bounds, const std::array<double, 2> &heightRange)
+{
+    const QMutexLocker lock(&stateMutex);
+    state.boundsAll = bounds;
+    state.boundsNoZero = heightRange;
+    if (bounds[5] - bounds[4] != 0.0)
+        state.axisBounds = nextAxisExtents(state.axisBounds, bounds, state.sensorHeight);
+    return state;
+}
+
+/// The points that re-renders start from. They are shared with the cloud on its way to the screen
+/// as long as nothing can change them there: a copy costs 25 ms at 4 million points.
+vtkSmartPointer<vtkPolyData> Olvik3DViewerWidget::unscaledCopy(
+    vtkPolyData &polyData, const State &current) const
+{
+    vtkPoints *points = ensureFloatPoints(polyData);
+    if (current.cloud && current.cloud->GetPoints() == points)
+        return current.cloud;
+    if (isUnscaled(current.sceneScale()) && holdsPointsAlone(polyData))
+        return sharedCloud(polyData);
+    return copiedCloud(polyData);
+}
+
+Olvik3DViewerWidget::RenderData Olvik3DViewerWidget::renderRequest(
+    vtkPolyData &polyData, const State &current) const
+{
+    const std::array<double, 6> &box = current.axisBounds;
+    const std::array<float, 3> factors = current.sceneScale();
+
+    RenderData request;
+    request.polyData = &polyData;
+    request.bounds[1] = factors[0] * box[1];
+    request.bounds[3] = factors[1] * box[3];
+    request.bounds[4] = factors[2] * box[4];
+    request.bounds[5] = factors[2] * box[5];
+    request.xRange[1] = box[1];
+    request.yRange[1] = box[3];
+    request.zRange[0] = box[4];
+    request.zRange[1] = box[5];
+    request.scaleFactor = static_cast<float>(1.0 / (current.boundsAll[5] - current.boundsAll[4]));
+    request.min = static_cast<float>(current.boundsNoZero[0]);
+    request.max = static_cast<float>(current.boundsNoZero[1]);
+    request.scale = static_cast<float>(current.scale);
+    request.cloudBounds = finiteBounds(polyData);
+    return request;
+}
+
+void Olvik3DViewerWidget::onRender(RenderData request)
+{
+    busy = true;
+    const BusyFlag guard(busy);
+
+    actor->SetOrientation(0.0, 0.0, 0.0);
+    colorLikeCurrentMode(request);
+    shown = request;
+    if (shaderCallback)
+        shaderCallback->data = request;
+    if (request.polyData)
+        showCloud(request);
+    showAxesOf(request);
+    mapper->Update();
+    if (std::exchange(resetCameraPending, false))
+        frameCloud();
+    // The view stays, but nothing of a higher or deeper cloud is cut off.
+    renderer->ResetCameraClippingRange();
+    sceneWindow->Render();
+}
+
+/// A cloud that set out before the mode changed would be drawn white in gradient mode.
+void Olvik3DViewerWidget::colorLikeCurrentMode(RenderData &request) const
+{
+    const State current = sharedState();
+    if (current.colorMode != UserGradient || !request.polyData || !current.cloud)
+        return;
+    const bool isColored = request.polyData->GetPointData()->HasArray("Colors") != 0;
+    const bool isStoredCloud =
+        request.polyData->GetNumberOfPoints() == current.cloud->GetNumberOfPoints();
+    if (!isColored && isStoredCloud)
+        request.polyData->GetPointData()->SetScalars(
+            gradientColors(*current.cloud, *current.gradient));
+}
+
+void Olvik3DViewerWidget::showCloud(const RenderData &request)
+{
+    ensureFloatPoints(*request.polyData);
+    const vtkSmartPointer<vtkPolyData> drawn = sharedCloud(*request.polyData);
+    drawn->SetVerts(vertexCells->forPoints(drawn->GetNumberOfPoints()));
+    const bool boundsAreKnown = request.cloudBounds[0] <= request.cloudBounds[1];
+    mapper->setCloudBounds(boundsAreKnown ? request.cloudBounds : finiteBounds(*drawn));
+    mapper->SetInputData(drawn);
+}
+
+void Olvik3DViewerWidget::showAxesOf(const RenderData &request)
+{
+    // An axis of infinite length would take the whole scene out of view.
+    if (isFinite(request.bounds)) {
+        cubeAxes->SetBounds(request.bounds);
+        cubeAxes->SetXAxisRange(request.xRange[0], request.xRange[1]);
+        cubeAxes->SetYAxisRange(request.yRange[0], request.yRange[1]);
+        cubeAxes->SetZAxisRange(request.zRange[0], request.zRange[1]);
+    }
+    cubeAxes->SetVisibility(axesVisible);
+}
+
+void Olvik3DViewerWidget::resetCamera()
+{
+    frameCloud();
+    onRenderNoCamera();
+}
+
+void Olvik3DViewerWidget::frameCloud()
+{
+    actor->SetPosition(0.0, 0.0, 0.0);
+    camera->SetFocalPoint(0.0, 0.0, 0.0);
+    // Zoom widens the view angle each time; from the same start each reset gives the same picture.
+    camera->SetViewAngle(framedViewAngle);
+    renderer->ResetCamera();
+    camera->Zoom(framingZoom);
+}
+
+void Olvik3DViewerWidget::showStoredCloud()
+{
+    const State current = sharedState();
+    if (!current.cloud || current.cloud->GetNumberOfPoints() == 0)
+        return;
+    // Scaling works in place and must not reach the stored points.
+    const bool staysUnscaled = isUnscaled(current.sceneScale());
+    loadPolyData(staysUnscaled ? sharedCloud(*current.cloud) : copiedCloud(*current.cloud),
+        current.boundsAll, current.boundsNoZero);
+}
+
+void Olvik3DViewerWidget::setColorMode(const ColorMode &colorMode)
+{
+    {
+        const QMutexLocker lock(&stateMutex);
+        if (colorMode == state.colorMode)
+            return;
+        state.colorMode = colorMode;
+    }
+    if (colorMode == Auto)
+        setmapper();
+    else
+        removeHeightShader();
+    showStoredCloud();
+}
+
+void Olvik3DViewerWidget::setGradient(const Gradient &currentGradient)
+{
+    {
+        const QMutexLocker lock(&stateMutex);
+        state.gradient = std::make_shared<const Gradient>(currentGradient);
+    }
+    showStoredCloud();
+}
+
+void Olvik3DViewerWidget::showAxes(bool show)
+{
+    if (show == axesVisible)
+        return;
+    axesVisible = show;
+    cubeAxes->SetVisibility(show);
+    Q_EMIT axesVisibilityChanged(getAxisVisibility());
+    sceneWindow->Render();
+}
+
+void Olvik3DViewerWidget::toggleShowAxes()
+{
+    showAxes(!axesVisible);
+}
+
+void Olvik3DViewerWidget::setAxesFly(AxesFly flymode)
+{
+    switch (flymode) {
+    case AxesFly::Dynamic:
+        cubeAxes->SetFlyModeToOuterEdges();
+        break;
+    case AxesFly::Fixed:
+        cubeAxes->SetFlyModeToStaticTriad();
+        break;
+    case AxesFly::BoundingBox:
+        cubeAxes->SetFlyModeToStaticEdges();
+        break;
+    }
+    sceneWindow->Render();
+    axesFly = flymode;
+}
+
+void Olvik3DViewerWidget::setAxesScale(float x, float y, float z)
+{
+    for (float *factor : {&x, &y, &z}) {
+        if (!(*factor > 0.0f))
+            *factor = 1.0f;
+    }
+    {
+        const QMutexLocker lock(&stateMutex);
+        if (qFuzzyCompare(state.scaleX, x) && qFuzzyCompare(state.scaleY, y)
+            && qFuzzyCompare(state.scaleZ, z))
+            return;
+        state.scaleX = x;
+        state.scaleY = y;
+        state.scaleZ = z;
+    }
+    showStoredCloud();
+}
+
+void Olvik3DViewerWidget::setScale(int value)
+{
+    const QMutexLocker lock(&stateMutex);
+    state.scale = state.scale < 1 ? 1 : value;
+}
+
+void Olvik3DViewerWidget::setSensorHeight(int sensorH)
+{
+    const QMutexLocker lock(&stateMutex);
+    state.sensorHeight = sensorH;
+}
+
+void Olvik3DViewerWidget::myscale(vtkSmartPointer<vtkPolyData> polyData, float scale)
+{
+    if (!polyData)
+        return;
+    const State current = sharedState();
+    scalePoints(
+        *polyData, {current.scaleX * scale, current.scaleY * scale, current.scaleZ * scale});
+}
+
+void Olvik3DViewerWidget::userScale(vtkSmartPointer<vtkPolyData> polyData)
+{
+    if (polyData)
+        scaleInPlace(*polyData, sharedState().sceneScale());
+}
+
+std::array<double, 6> Olvik3DViewerWidget::computeBounds(vtkSmartPointer<vtkPolyData> polyData)
+{
+    if (!polyData)
+        return {};
+    vtkPoints *points = ensureFloatPoints(*polyData);
+    return interleavedBounds(
+        static_cast<const float *>(points->GetVoidPointer(0)), 3 * points->GetNumberOfPoints());
+}
+
+std::vector<float> Olvik3DViewerWidget::computeIndividualBound(
+    float *points, std::int64_t size, int init)
+{
+    const std::array<float, 2> bound = individualBound(points, size, init, 3);
+    return {bound.begin(), bound.end()};
+}
+
+void Olvik3DViewerWidget::onPixelPicked(const double *coords)
+{
+    std::array<double, 3> point{coords[0], coords[1], coords[2]};
+    if (QGuiApplication::keyboardModifiers() & Qt::ControlModifier)
+        pickedPoints.append(point);
+    else
+        Q_EMIT pointPicked(point.data());
+
+    if (pickedPoints.size() != 2)
+        return;
+    const double distance = distanceMarker->show(pickedPoints[0], pickedPoints[1]);
+    pickedPoints.clear();
+    Q_EMIT distancePicked(distance);
+}
+
+bool Olvik3DViewerWidget::event(QEvent *event)
+{
+    // VTK's own key bindings (wireframe, stereo, fly-to, exit) have no place in a measuring
+    // application.
+    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
+    return isKey ? QOpenGLWidget::event(event) : QVTKOpenGLNativeWidget::event(event);
+}
+
+void Olvik3DViewerWidget::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() != Qt::Key_Escape)
+        return;
+    distanceMarker->hide();
+    onRenderNoCamera();
+}
+
+void Olvik3DViewerWidget::keyReleaseEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Control)
+        pickedPoints.clear();
+}

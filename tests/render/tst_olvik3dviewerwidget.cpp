@@ -1,0 +1,388 @@
+#include "GuiTest.h"
+#include "SceneProbe.h"
+
+#include "ActorCallback.h"
+#include "GradientFactory.h"
+#include "Olvik3DViewerWidget.h"
+
+#include <QSignalSpy>
+
+#include <vtkActor.h>
+#include <vtkActorCollection.h>
+#include <vtkBillboardTextActor3D.h>
+#include <vtkDoubleArray.h>
+#include <vtkPointData.h>
+#include <vtkPoints.h>
+#include <vtkPropCollection.h>
+
+#include <limits>
+
+using RenderData = Olvik3DViewerWidget::RenderData;
+using Bounds = std::array<double, 6>;
+Q_DECLARE_METATYPE(Bounds)
+
+namespace {
+
+/// A cloud of columns x rows points whose height is the column.
+vtkSmartPointer<vtkPolyData> ramp(int columns, int rows)
+{
+    vtkNew<vtkPoints> points;
+    for (int row = 0; row < rows; ++row) {
+        for (int column = 0; column < columns; ++column)
+            points->InsertNextPoint(column, row, column);
+    }
+    auto cloud = vtkSmartPointer<vtkPolyData>::New();
+    cloud->SetPoints(points);
+    return cloud;
+}
+
+Bounds boundsOf(int columns, int rows, double top)
+{
+    return {0.0, static_cast<double>(columns), 0.0, static_cast<double>(rows), 0.0, top};
+}
+
+RenderData lastRequest(const QSignalSpy &requests)
+{
+    return requests.last()[0].value<RenderData>();
+}
+
+Gradient blackToWhite(double max)
+{
+    Gradient gradient = GradientFactory::BlackAndWhite();
+    gradient.setMax(max);
+    return gradient;
+}
+
+} // namespace
+
+class TestOlvik3DViewerWidget : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aSecondCloudIsDroppedUntilTheFirstIsDrawn();
+    void axesFollowASequenceOfClouds_data();
+    void axesFollowASequenceOfClouds();
+    void aFlatCloudClearsTheScreenAndKeepsTheAxes();
+    void onlyTheFirstCloudMovesTheCamera();
+    void colorsOfBothModes();
+    void gradientWithoutBoundsDrawsBlack();
+    void aCloudInFlightIsDrawnInTheModeOfTheMoment();
+    void theHostsCloudStaysTheHosts();
+    void cloudsOfOtherNumbersAreTaken();
+    void scalesStartFromTheUnscaledCloud();
+    void myscaleDoesNotCrossTheAxes();
+    void scaleFactorsAreCorrected();
+    void axesVisibilityIsAnnouncedOnChange();
+    void twoCtrlClicksMeasure();
+    void actorCallbackFollowsItsLeader();
+};
+
+void TestOlvik3DViewerWidget::aSecondCloudIsDroppedUntilTheFirstIsDrawn()
+{
+    Olvik3DViewerWidget view;
+    const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
+    view.loadPolyData(ramp(3, 1), boundsOf(3, 1, 2), {0, 2});
+    view.loadPolyData(ramp(4, 1), boundsOf(4, 1, 3), {0, 3});
+    QCOMPARE(requests.size(), 1);
+    QCoreApplication::processEvents();
+    view.loadPolyData(ramp(5, 1), boundsOf(5, 1, 4), {0, 4});
+    QCOMPARE(requests.size(), 2);
+    QCOMPARE(lastRequest(requests).polyData->GetNumberOfPoints(), vtkIdType{5});
+
+    view.loadPolyData(nullptr, boundsOf(1, 1, 1), {0, 1});
+    QCOMPARE(requests.size(), 2);
+}
+
+void TestOlvik3DViewerWidget::axesFollowASequenceOfClouds_data()
+{
+    constexpr double inf = std::numeric_limits<double>::infinity();
+    QTest::addColumn<QVector<double>>("tops");
+    QTest::addColumn<int>("sensorHeight");
+    QTest::addColumn<double>("axisTop");
+    QTest::addColumn<double>("axisColumns");
+    // Each cloud of a sequence is one column wider than the one before, starting at 10.
+    QTest::newRow("first") << QVector<double>{100} << 0 << 100.0 << 10.0;
+    QTest::newRow("first, negative") << QVector<double>{-100} << 0 << -120.0 << 10.0;
+    QTest::newRow("within the band") << QVector<double>{100, 80} << 0 << 100.0 << 10.0;
+    QTest::newRow("on the band's edge") << QVector<double>{100, 75} << 0 << 100.0 << 10.0;
+    QTest::newRow("below the band") << QVector<double>{100, 70} << 0 << 84.0 << 11.0;
+    QTest::newRow("above the top") << QVector<double>{100, 101} << 0 << 121.2 << 11.0;
+    QTest::newRow("down and within again") << QVector<double>{100, 70, 80} << 0 << 84.0 << 11.0;
+    QTest::newRow("sensor height") << QVector<double>{100, 700} << 500 << 500.0 << 11.0;
+    QTest::newRow("recovers from infinity") << QVector<double>{inf, 100} << 0 << 120.0 << 11.0;
+}
+
+void TestOlvik3DViewerWidget::axesFollowASequenceOfClouds()
+{
+    QFETCH(QVector<double>, tops);
+    QFETCH(int, sensorHeight);
+    QFETCH(double, axisTop);
+    QFETCH(double, axisColumns);
+    Olvik3DViewerWidget view;
+    const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
+    view.setSensorHeight(sensorHeight);
+    view.setAxesScale(2.0f, 3.0f, 5.0f);
+    int columns = 10;
+    for (const double top : tops) {
+        view.loadPolyData(ramp(3, 1), boundsOf(columns++, 7, top), {0, 1});
+        QCoreApplication::processEvents();
+    }
+    const RenderData request = lastRequest(requests);
+    QCOMPARE(request.zRange[1], axisTop);
+    QCOMPARE(request.xRange[1], axisColumns);
+    QCOMPARE(request.yRange[1], 7.0);
+    QCOMPARE(request.bounds[1], 2 * axisColumns);
+    QCOMPARE(request.bounds[3], 5 * 7.0);
+    QCOMPARE(request.bounds[5], 3 * axisTop);
+}
+
+void TestOlvik3DViewerWidget::aFlatCloudClearsTheScreenAndKeepsTheAxes()
+{
+    Olvik3DViewerWidget view;
+    view.resize(300, 300);
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+    const SceneProbe probe(view);
+    const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
+    view.loadPolyData(ramp(50, 50), boundsOf(50, 50, 49), {0, 49});
+    QTRY_VERIFY(view.getAxisVisibility());
+    view.showAxes(false);
+    QVERIFY(probe.litPixels() > 1000);
+
+    view.loadPolyData(ramp(50, 50), {0, 50, 0, 50, 7, 7}, {0, 0});
+    QTRY_COMPARE(probe.litPixels(), 0);
+    QCOMPARE(lastRequest(requests).zRange[1], 49.0);
+    view.showAxes(true);
+    QVERIFY(probe.litPixels() > 50);
+}
+
+void TestOlvik3DViewerWidget::onlyTheFirstCloudMovesTheCamera()
+{
+    Olvik3DViewerWidget view;
+    vtkCamera *camera = view.renderWindow()->GetRenderers()->GetFirstRenderer()->GetActiveCamera();
+    const double farAway = camera->GetDistance();
+    view.loadPolyData(ramp(500, 500), boundsOf(500, 500, 499), {0, 499});
+    QCoreApplication::processEvents();
+    const double framed = camera->GetDistance();
+    const double angle = camera->GetViewAngle();
+    QVERIFY(framed > 100 * farAway);
+
+    camera->Dolly(2.0);
+    view.loadPolyData(ramp(500, 500), boundsOf(500, 500, 499), {0, 499});
+    QCoreApplication::processEvents();
+    QCOMPARE(camera->GetDistance(), framed / 2.0);
+
+    for (int i = 0; i < 3; ++i)
+        view.resetCamera();
+    QCOMPARE(camera->GetViewAngle(), angle);
+}
+
+void TestOlvik3DViewerWidget::colorsOfBothModes()
+{
+    Olvik3DViewerWidget view;
+    view.resize(400, 400);
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+    SceneProbe probe(view);
+    const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
+    view.setGradient(blackToWhite(200));
+    QCOMPARE(requests.size(), 0);
+    view.loadPolyData(ramp(401, 401), boundsOf(401, 401, 400), {0, 400});
+    QTRY_VERIFY(view.getAxisVisibility());
+    view.showAxes(false);
+    probe.lookFromAbove(401, 401);
+    const QColor shaded(191, 0, 64);
+
+    QVERIFY(isNear(probe.colorAt(100, 200, 100), shaded));
+
+    for (int round = 0; round < 3; ++round) {
+        view.setColorMode(UserGradient);
+        view.setColorMode(UserGradient);
+        QTRY_VERIFY(isNear(probe.colorAt(100, 200, 100), QColor(127, 127, 127)));
+        QVERIFY(isNear(probe.colorAt(300, 200, 300), QColor(245, 66, 230)));
+        view.setColorMode(Auto);
+        QTRY_VERIFY(isNear(probe.colorAt(100, 200, 100), shaded));
+    }
+    QCOMPARE(requests.size(), 7);
+}
+
+void TestOlvik3DViewerWidget::gradientWithoutBoundsDrawsBlack()
+{
+    Olvik3DViewerWidget view;
+    const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
+    view.setColorMode(UserGradient);
+    view.setGradient(GradientFactory::BlackAndWhite());
+    view.loadPolyData(ramp(100, 1), boundsOf(100, 1, 99), {0, 99});
+    vtkDataArray *colors = lastRequest(requests).polyData->GetPointData()->GetArray("Colors");
+    QVERIFY(colors);
+    QCOMPARE(colors->GetNumberOfTuples(), vtkIdType{100});
+    QCOMPARE(colors->GetNumberOfComponents(), 3);
+    QCOMPARE(colors->GetMaxNorm(), 0.0);
+}
+
+void TestOlvik3DViewerWidget::aCloudInFlightIsDrawnInTheModeOfTheMoment()
+{
+    Olvik3DViewerWidget view;
+    view.resize(300, 300);
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+    SceneProbe probe(view);
+    view.setGradient(blackToWhite(200));
+    view.loadPolyData(ramp(101, 101), boundsOf(101, 101, 100), {0, 100});
+    view.setColorMode(UserGradient);
+    QTRY_VERIFY(view.getAxisVisibility());
+    view.showAxes(false);
+    probe.lookFromAbove(101, 101);
+    QVERIFY(isNear(probe.colorAt(50, 50, 50), QColor(63, 63, 63)));
+}
+
+void TestOlvik3DViewerWidget::theHostsCloudStaysTheHosts()
+{
+    Olvik3DViewerWidget view;
+    const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
+    const vtkSmartPointer<vtkPolyData> cloud = ramp(3, 1);
+    view.loadPolyData(cloud, boundsOf(3, 1, 2), {0, 2});
+    QCoreApplication::processEvents();
+    cloud->GetPoints()->SetPoint(2, 90, 90, 90);
+    view.setAxesScale(2.0f, 1.0f, 1.0f);
+    double point[3];
+    lastRequest(requests).polyData->GetPoint(2, point);
+    QCOMPARE(point[0], 4.0);
+}
+
+void TestOlvik3DViewerWidget::cloudsOfOtherNumbersAreTaken()
+{
+    Olvik3DViewerWidget view;
+    const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
+    vtkNew<vtkPoints> points;
+    points->SetDataTypeToDouble();
+    points->InsertNextPoint(1, 2, 3);
+    auto cloud = vtkSmartPointer<vtkPolyData>::New();
+    cloud->SetPoints(points);
+    view.setAxesScale(10.0f, 1.0f, 1.0f);
+    view.loadPolyData(cloud, boundsOf(1, 2, 3), {0, 3});
+    double point[3];
+    lastRequest(requests).polyData->GetPoint(0, point);
+    QCOMPARE(point[0], 10.0);
+    QCOMPARE(point[2], 3.0);
+
+    QCoreApplication::processEvents();
+    view.loadPolyData(vtkSmartPointer<vtkPolyData>::New(), boundsOf(1, 2, 3), {0, 3});
+    QCoreApplication::processEvents();
+    QCOMPARE(requests.size(), 2);
+}
+
+void TestOlvik3DViewerWidget::scalesStartFromTheUnscaledCloud()
+{
+    Olvik3DViewerWidget view;
+    const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
+    view.loadPolyData(ramp(4, 3), boundsOf(4, 3, 3), {0, 3});
+    for (const float factor : {2.0f, 8.0f, 1.0f, 4.0f}) {
+        QCoreApplication::processEvents();
+        view.setAxesScale(factor, 10 * factor, 100 * factor);
+    }
+    double point[3];
+    lastRequest(requests).polyData->GetPoint(11, point);
+    QCOMPARE(point[0], 3 * 4.0);
+    QCOMPARE(point[1], 2 * 400.0);
+    QCOMPARE(point[2], 3 * 40.0);
+}
+
+void TestOlvik3DViewerWidget::myscaleDoesNotCrossTheAxes()
+{
+    Olvik3DViewerWidget view;
+    view.setAxesScale(2.0f, 3.0f, 5.0f);
+    const vtkSmartPointer<vtkPolyData> cloud = ramp(2, 2);
+    view.myscale(cloud, 10.0f);
+    double point[3];
+    cloud->GetPoint(3, point);
+    QCOMPARE(point[0], 20.0);
+    QCOMPARE(point[1], 30.0);
+    QCOMPARE(point[2], 50.0);
+}
+
+void TestOlvik3DViewerWidget::scaleFactorsAreCorrected()
+{
+    Olvik3DViewerWidget view;
+    const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
+    view.loadPolyData(ramp(4, 3), boundsOf(4, 3, 3), {0, 3});
+    QCoreApplication::processEvents();
+    view.setAxesScale(0.0f, -2.0f, 3.0f);
+    QCOMPARE(view.getScale_x(), 1.0f);
+    QCOMPARE(view.getScale_y(), 1.0f);
+    QCOMPARE(view.getScale_z(), 3.0f);
+    QCoreApplication::processEvents();
+    view.setAxesScale(-0.0f, -2.0f, 3.000001f);
+    QCOMPARE(requests.size(), 2);
+
+    view.setScale(0);
+    QCOMPARE(view.getScale(), 0);
+    view.setScale(5);
+    QCOMPARE(view.getScale(), 1);
+    view.setScale(5);
+    QCOMPARE(view.getScale(), 5);
+}
+
+void TestOlvik3DViewerWidget::axesVisibilityIsAnnouncedOnChange()
+{
+    Olvik3DViewerWidget view;
+    const QSignalSpy changes(&view, &Olvik3DViewerWidget::axesVisibilityChanged);
+    view.showAxes(true);
+    QVERIFY(changes.isEmpty());
+    QVERIFY(!view.getAxisVisibility());
+    view.toggleShowAxes();
+    view.toggleShowAxes();
+    QCOMPARE(changes, QList<QVariantList>({{false}, {true}}));
+    view.setAxesFly(static_cast<AxesFly>(4));
+    QCOMPARE(static_cast<int>(view.getAxesFly()), 4);
+}
+
+void TestOlvik3DViewerWidget::twoCtrlClicksMeasure()
+{
+    Olvik3DViewerWidget view;
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+    const QSignalSpy points(&view, &Olvik3DViewerWidget::pointPicked);
+    const QSignalSpy distances(&view, &Olvik3DViewerWidget::distancePicked);
+    const double origin[] = {0, 0, 0};
+    const double corner[] = {3, 4, 0};
+
+    view.onPixelPicked(corner);
+    QCOMPARE(points.size(), 1);
+    QTest::keyPress(&view, Qt::Key_Control, Qt::ControlModifier);
+    view.onPixelPicked(origin);
+    QTest::keyRelease(&view, Qt::Key_Control);
+    QTest::keyPress(&view, Qt::Key_Control, Qt::ControlModifier);
+    view.onPixelPicked(corner);
+    QVERIFY(distances.isEmpty());
+    view.onPixelPicked(origin);
+    QTest::keyRelease(&view, Qt::Key_Control);
+    QCOMPARE(distances, QList<QVariantList>({{5.0}}));
+    QCOMPARE(points.size(), 1);
+
+    vtkPropCollection *props =
+        view.renderWindow()->GetRenderers()->GetFirstRenderer()->GetViewProps();
+    auto *label = vtkBillboardTextActor3D::SafeDownCast(props->GetLastProp());
+    QVERIFY(label && label->GetVisibility());
+    QCOMPARE(label->GetInput(), "5");
+    QCOMPARE(label->GetPosition()[0], 4.5);
+    QCOMPARE(label->GetPosition()[1], 6.0);
+    QTest::keyClick(&view, Qt::Key_Escape);
+    QVERIFY(!label->GetVisibility());
+}
+
+void TestOlvik3DViewerWidget::actorCallbackFollowsItsLeader()
+{
+    vtkNew<vtkActor> leader;
+    vtkNew<vtkActor> follower;
+    leader->SetPosition(1, 2, 3);
+    ActorCallback(leader, 0, follower.Get(), nullptr);
+    QCOMPARE(follower->GetPosition()[1], 2.0);
+    const vtkMTimeType moved = follower->GetMTime();
+    ActorCallback(leader, 0, follower.Get(), nullptr);
+    QCOMPARE(follower->GetMTime(), moved);
+}
+
+OLVIK_GUI_TEST_MAIN(TestOlvik3DViewerWidget)
+#include "tst_olvik3dviewerwidget.moc"

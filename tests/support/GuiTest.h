@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QApplication>
+#include <QTemporaryDir>
+#include <QtTest>
+
+// Signal spies record the argument of pointPicked, though not the numbers behind it.
+Q_DECLARE_METATYPE(double *)
+
+/// A home of its own for the test's settings and data files: nothing of the user's is read or
+/// changed.
+class PrivateHome
+{
+public:
+    PrivateHome()
+    {
+        qputenv("XDG_CONFIG_HOME", folder.filePath(QStringLiteral("config")).toLocal8Bit());
+        qputenv("XDG_DATA_HOME", folder.filePath(QStringLiteral("data")).toLocal8Bit());
+    }
+
+private:
+    QTemporaryDir folder;
+};
+
+#define OLVIK_GUI_TEST_MAIN(TestClass)                                                             \
+    int main(int argc, char *argv[])                                                               \
+    {                                                                                              \
+        qRegisterMetaType<double *>();                                                             \
+        const PrivateHome home;                                                                    \
+        QApplication application(argc, argv);                                                      \
+        TestClass test;                                                                            \
+        return QTest::qExec(&test, argc, argv);                                                    \
+    }

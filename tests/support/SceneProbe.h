@@ -1,0 +1,83 @@
+#pragma once
+
+#include "Olvik3DViewerWidget.h"
+
+#include <QImage>
+#include <QPoint>
+
+#include <vtkCamera.h>
+#include <vtkRenderer.h>
+#include <vtkRendererCollection.h>
+#include <vtkRenderWindow.h>
+
+/// Looks at a shown render widget from outside: where a scene point lies on the widget, and which
+/// colour is drawn there.
+class SceneProbe
+{
+public:
+    explicit SceneProbe(Olvik3DViewerWidget &view)
+        : widget(view)
+        , renderer(view.renderWindow()->GetRenderers()->GetFirstRenderer())
+    { }
+
+    /// Looks straight down, so that columns and rows of the cloud are columns and rows on the
+    /// screen.
+    void lookFromAbove(double width, double height)
+    {
+        vtkCamera *camera = renderer->GetActiveCamera();
+        camera->ParallelProjectionOn();
+        camera->SetFocalPoint(width / 2, height / 2, 0);
+        camera->SetPosition(width / 2, height / 2, 10000);
+        camera->SetViewUp(0, 1, 0);
+        camera->SetParallelScale(height * 0.6);
+        renderer->ResetCameraClippingRange();
+        widget.onRenderNoCamera();
+    }
+
+    QPoint pixelOf(double x, double y, double z) const
+    {
+        renderer->SetWorldPoint(x, y, z, 1.0);
+        renderer->WorldToDisplay();
+        const double *display = renderer->GetDisplayPoint();
+        return {qRound(display[0] - 0.5), widget.height() - 1 - qRound(display[1] - 0.5)};
+    }
+
+    /// Colour of the point drawn at a scene position, give or take one pixel; black where there is
+    /// none.
+    QColor colorAt(double x, double y, double z) const
+    {
+        const QImage picture = widget.grabFramebuffer();
+        const QPoint centre = pixelOf(x, y, z);
+        for (const QPoint offset : {QPoint(0, 0), QPoint(1, 0), QPoint(0, 1), QPoint(-1, 0),
+                 QPoint(0, -1), QPoint(1, 1), QPoint(-1, -1)}) {
+            const QColor color = picture.pixelColor(centre + offset);
+            if (color != QColor(Qt::black))
+                return color;
+        }
+        return Qt::black;
+    }
+
+    /// Number of pixels that are not background.
+    int litPixels() const
+    {
+        const QImage picture = widget.grabFramebuffer();
+        int lit = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x)
+                lit += picture.pixelColor(x, y) != QColor(Qt::black);
+        }
+        return lit;
+    }
+
+private:
+    Olvik3DViewerWidget &widget;
+    vtkRenderer *renderer;
+};
+
+/// Whether two colours differ by at most what blending and rounding may add.
+inline bool isNear(const QColor &actual, const QColor &expected, int tolerance = 3)
+{
+    return qAbs(actual.red() - expected.red()) <= tolerance
+        && qAbs(actual.green() - expected.green()) <= tolerance
+        && qAbs(actual.blue() - expected.blue()) <= tolerance;
+}

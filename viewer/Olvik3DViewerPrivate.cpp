@@ -1,0 +1,390 @@
+#include "Olvik3DViewerPrivate.h"
+
+#include "AxesFly.h"
+#include "CloudPMainWindow.h"
+#include "GradientFactory.h"
+#include "Olvik3DViewerWidget.h"
+#include "OlvikSettings.h"
+#include "OpenGLCheck.h"
+#include "ProcessData.h"
+#include "ViewerSettingsKeys.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QApplication>
+#include <QGridLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMutexLocker>
+#include <QScreen>
+#include <QStatusBar>
+#include <QThread>
+
+#include <cstdlib>
+#include <utility>
+
+namespace {
+
+namespace Keys = ViewerSettingsKeys;
+
+constexpr QSize defaultWindowSize{640, 360};
+
+void ensureApplication()
+{
+    // QApplication keeps a reference to its argument count.
+    static int argc = 0;
+    if (!QCoreApplication::instance())
+        new QApplication(argc, nullptr);
+}
+
+QAction *addCheckable(QMenu &menu, QActionGroup &group, const QString &text)
+{
+    auto *action = new QAction(text, &group);
+    action->setCheckable(true);
+    menu.addAction(action);
+    return action;
+}
+
+} // namespace
+
+Olvik3DViewerPrivate::Olvik3DViewerPrivate(QWidget *parent)
+    : QObject(parent)
+    , container(parent)
+    , settings(OlvikSettings::Instance())
+{
+    qRegisterMetaType<OlvikProfileData>("OlvikProfileData");
+    if (!parent)
+        buildWindow();
+    viewer = new Olvik3DViewerWidget(container);
+    if (window) {
+        buildMenus();
+        restoreColoring();
+    }
+    layOutView();
+
+    connect(viewer, &Olvik3DViewerWidget::pointPicked, this, &Olvik3DViewerPrivate::pointPicked);
+    connect(
+        viewer, &Olvik3DViewerWidget::distancePicked, this, &Olvik3DViewerPrivate::distancePicked);
+    if (window) {
+        connect(
+            viewer, &Olvik3DViewerWidget::pointPicked, this, &Olvik3DViewerPrivate::onPixelPicked);
+        connect(
+            viewer, &Olvik3DViewerWidget::distancePicked, this, &Olvik3DViewerPrivate::onDistance);
+    }
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &Olvik3DViewerPrivate::onAboutToQuit);
+    startWorker();
+}
+
+Olvik3DViewerPrivate::~Olvik3DViewerPrivate()
+{
+    stopWorker();
+    if (!window) {
+        delete viewer;
+        delete layout;
+        return;
+    }
+    const std::shared_ptr<OlvikSettings> store = OlvikSettings::Instance();
+    store->setValue(Keys::colorMode(), colorMode);
+    store->setValue(Keys::gradientName(), gradientName);
+    delete window;
+}
+
+void Olvik3DViewerPrivate::buildWindow()
+{
+    ensureApplication();
+    if (!hasOpenGL32()) {
+        QMessageBox::critical(nullptr, tr("Bad OpenGl"),
+            tr("No suitable OpenGL version was found!\nVersion 3.2 or grater is required\nPlease "
+               "Upgrade the GPU drivers"));
+        std::exit(-1);
+    }
+
+    window = new CloudPMainWindow(nullptr);
+    window->setWindowTitle(QStringLiteral("3D Viewer"));
+    window->resize(defaultWindowSize);
+    if (settings->contains(Keys::position())) {
+        window->move(settings->value(Keys::position()).toPoint());
+        window->resize(settings->value(Keys::size()).toSize());
+    }
+    window->hide();
+    container = new QWidget(window);
+    auto *statusBar = new QStatusBar(window);
+    statusLabel = new QLabel(window);
+    statusBar->addWidget(statusLabel);
+    window->setStatusBar(statusBar);
+}
+
+void Olvik3DViewerPrivate::buildMenus()
+{
+    auto *view = new QMenu(QStringLiteral("View"), container);
+    window->menuBar()->addMenu(view);
+    addColorModeItems(*view);
+    addDataItems(*view);
+    view->addSeparator();
+    addCameraItems(*view);
+    view->addSeparator();
+    addAxesModeMenu(*view);
+}
+
+void Olvik3DViewerPrivate::addColorModeItems(QMenu &menu)
+{
+    auto *group = new QActionGroup(this);
+    autoAction = addCheckable(menu, *group, QStringLiteral("Auto"));
+    gradientAction = addCheckable(menu, *group, QStringLiteral("Gradient"));
+    menu.addSeparator();
+    setMode(static_cast<ColorMode>(settings->value(Keys::checkedColorMode(), Auto).toInt()));
+    connect(group, &QActionGroup::triggered, this, &Olvik3DViewerPrivate::onColorModeChanged);
+}
+
+void Olvik3DViewerPrivate::addDataItems(QMenu &menu)
+{
+    showZero = settings->value(Keys::showZero(), true).toBool();
+    QAction *zeroItem = menu.addAction(tr("Show Zero data"));
+    zeroItem->setCheckable(true);
+    zeroItem->setChecked(showZero);
+    connect(zeroItem, &QAction::triggered, this, &Olvik3DViewerPrivate::setshowZero);
+
+    QAction *axesItem = menu.addAction(tr("Show Axes"));
+    axesItem->setCheckable(true);
+    axesItem->setChecked(true);
+    connect(axesItem, &QAction::triggered, viewer, &Olvik3DViewerWidget::toggleShowAxes);
+    connect(viewer, &Olvik3DViewerWidget::axesVisibilityChanged, axesItem, &QAction::setChecked);
+}
+
+void Olvik3DViewerPrivate::addCameraItems(QMenu &menu)
+{
+    connect(menu.addAction(tr("Reset Zoom")), &QAction::triggered, viewer,
+        &Olvik3DViewerWidget::resetCamera);
+    connect(menu.addAction(tr("Reset Window")), &QAction::triggered, this,
+        &Olvik3DViewerPrivate::onResetWindow);
+}
+
+void Olvik3DViewerPrivate::addAxesModeMenu(QMenu &viewMenu)
+{
+    auto *menu = new QMenu(tr("Axes Mode"), container);
+    viewMenu.addMenu(menu);
+    auto *group = new QActionGroup(this);
+    const auto flyMode = static_cast<AxesFly>(
+        settings->value(Keys::flyMode(), static_cast<int>(AxesFly::Dynamic)).toInt());
+    const std::pair<QString, AxesFly> items[] = {{tr("Fixed"), AxesFly::Fixed},
+        {tr("Dynamic"), AxesFly::Dynamic}, {tr("Bounding Box"), AxesFly::BoundingBox}};
+    for (const auto &[text, mode] : items) {
+        QAction *item = addCheckable(*menu, *group, text);
+        item->setChecked(mode == flyMode);
+        connect(item, &QAction::triggered, viewer,
+            [view = viewer.data(), mode = mode] { view->setAxesFly(mode); });
+    }
+    viewer->setAxesFly(flyMode);
+}
+
+void Olvik3DViewerPrivate::restoreColoring()
+{
+    colorMode = settings->value(Keys::colorMode(), Auto).toInt();
+    gradientName = settings->value(Keys::gradientName(), QStringLiteral("Default")).toString();
+
+    Gradient gradient = GradientFactory::BlackAndWhite();
+    gradient.setMax(1000.0);
+    viewer->setGradient(gradient);
+    viewer->setColorMode(static_cast<ColorMode>(colorMode));
+}
+
+void Olvik3DViewerPrivate::layOutView()
+{
+    if (!window && container->layout()) {
+        container->layout()->addWidget(viewer);
+        return;
+    }
+    layout = new QGridLayout(container);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(viewer, 1, 0);
+    if (window) {
+        viewer->resize(window->size());
+        window->setCentralWidget(container);
+    }
+}
+
+void Olvik3DViewerPrivate::startWorker()
+{
+    processData = new ProcessData(viewer, nullptr);
+    // Without a parent: the thread may be in the middle of its own destruction when it announces
+    // that, and a receiver that then deletes the viewer must not delete it a second time.
+    workerThread = new QThread;
+    processData->moveToThread(workerThread);
+    connect(this, &Olvik3DViewerPrivate::newProfileData, processData,
+        &ProcessData::onNewProfileData, Qt::QueuedConnection);
+
+    if (window) {
+        connect(window, &CloudPMainWindow::windowClosed, workerThread, &QThread::quit);
+        connect(
+            window, &CloudPMainWindow::windowClosed, this, &Olvik3DViewerPrivate::onWindowClosed);
+    }
+    connect(workerThread, &QThread::finished, processData, &QObject::deleteLater);
+    connect(processData, &QObject::destroyed, workerThread, &QObject::deleteLater);
+    connect(workerThread, &QObject::destroyed, this, [this] {
+        workerThread = nullptr;
+        Q_EMIT closed();
+    });
+    workerThread->start();
+}
+
+void Olvik3DViewerPrivate::stopWorker()
+{
+    {
+        const QMutexLocker lock(&mutex);
+        processData = nullptr;
+    }
+    QThread *thread = std::exchange(workerThread, nullptr);
+    if (!thread)
+        return;
+    thread->disconnect(this);
+    thread->quit();
+    // The worker never waits for this thread, so this ends with the conversion in work.
+    thread->wait();
+    delete thread;
+}
+
+void Olvik3DViewerPrivate::onAboutToQuit()
+{
+    // The application quits with its last window, before the closing chain could run in its event
+    // loop.
+    const bool isClosing = workerThread && !processData;
+    if (isClosing) {
+        workerThread->wait();
+        delete workerThread;
+    }
+    hasQuit = true;
+}
+
+bool Olvik3DViewerPrivate::isPastEventLoop() const
+{
+    return hasQuit && QThread::currentThread()->loopLevel() == 0;
+}
+
+void Olvik3DViewerPrivate::setWindowName(QString name)
+{
+    if (window)
+        window->setWindowTitle(name);
+}
+
+bool Olvik3DViewerPrivate::isVisible() const
+{
+    return window ? window->isVisible() : viewer && viewer->isVisible();
+}
+
+ColorMode Olvik3DViewerPrivate::getColorMode() const
+{
+    return !autoAction || autoAction->isChecked() ? Auto : UserGradient;
+}
+
+void Olvik3DViewerPrivate::setMode(ColorMode mode)
+{
+    QAction *item = mode == Auto ? autoAction : gradientAction;
+    if (item)
+        item->setChecked(true);
+}
+
+void Olvik3DViewerPrivate::onColorModeChanged()
+{
+    const ColorMode mode = getColorMode();
+    if (mode == colorMode)
+        return;
+    colorMode = mode;
+    viewer->setColorMode(mode);
+}
+
+void Olvik3DViewerPrivate::setBuffer(float *buffer, int width, int height)
+{
+    if (!buffer) {
+        if (!std::exchange(hasWarnedOfNullBuffer, true))
+            qWarning("3D viewer: null buffers are ignored");
+        return;
+    }
+    const QMutexLocker lock(&mutex);
+    if (!processData || processData->isProcessingData())
+        return;
+    lastProfile = OlvikProfileData(width, height, buffer);
+    Q_EMIT newProfileData(lastProfile, showZero);
+}
+
+void Olvik3DViewerPrivate::setBuffer(OlvikProfileData data)
+{
+    Q_EMIT newProfileData(std::move(data), showZero);
+}
+
+void Olvik3DViewerPrivate::setshowZero(bool on)
+{
+    const QMutexLocker lock(&mutex);
+    showZero = on;
+    settings->setValue(Keys::showZero(), on);
+    if (lastProfile.GetRawPtr())
+        setBuffer(lastProfile);
+}
+
+void Olvik3DViewerPrivate::show()
+{
+    if (window) {
+        window->show();
+        window->raise();
+        window->activateWindow();
+    }
+    container->show();
+    if (viewer)
+        viewer->show();
+}
+
+void Olvik3DViewerPrivate::hide()
+{
+    if (window)
+        window->hide();
+    container->hide();
+    if (viewer)
+        viewer->hide();
+}
+
+void Olvik3DViewerPrivate::setScale(int scale)
+{
+    if (viewer)
+        viewer->setScale(scale);
+}
+
+void Olvik3DViewerPrivate::setSensorHeight(int sensorHeight)
+{
+    if (viewer)
+        viewer->setSensorHeight(sensorHeight);
+}
+
+void Olvik3DViewerPrivate::onPixelPicked(const double *xyz)
+{
+    statusLabel->setText(
+        QStringLiteral("Point picked X: %1 Y: %2 Z: %3").arg(xyz[0]).arg(xyz[1]).arg(xyz[2]));
+}
+
+void Olvik3DViewerPrivate::onDistance(double distance)
+{
+    statusLabel->setText(QStringLiteral("Distance %1").arg(distance));
+}
+
+void Olvik3DViewerPrivate::onWindowClosed()
+{
+    {
+        // The worker goes on its own from here; see startWorker.
+        const QMutexLocker lock(&mutex);
+        processData = nullptr;
+    }
+    settings->setValue(Keys::position(), window->pos());
+    settings->setValue(Keys::size(), window->size());
+    settings->setValue(Keys::flyMode(), static_cast<int>(viewer->getAxesFly()));
+}
+
+void Olvik3DViewerPrivate::onResetWindow()
+{
+    window->resize(defaultWindowSize);
+    const QRect screen = QGuiApplication::primaryScreen()->geometry();
+    const QRect frame = window->geometry();
+    window->move((screen.right() - screen.left()) / 2 - (frame.right() - frame.left()) / 2,
+        (screen.bottom() - screen.top()) / 2 - (frame.bottom() - frame.top()) / 2);
+    settings->remove(Keys::position());
+    settings->remove(Keys::size());
+}
