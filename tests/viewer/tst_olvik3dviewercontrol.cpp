@@ -10,6 +10,7 @@
 #include <QAction>
 #include <QGridLayout>
 #include <QLabel>
+#include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
 #include <QSemaphore>
@@ -52,9 +53,11 @@ Olvik3DViewerWidget *viewIn(QWidget *widget)
 
 QAction *menuItem(const QString &text)
 {
-    for (QAction *action : viewerWindow()->findChildren<QAction *>()) {
-        if (action->text() == text)
-            return action;
+    for (const QMenu *menu : viewerWindow()->findChildren<QMenu *>()) {
+        for (QAction *action : menu->actions()) {
+            if (action->text() == text)
+                return action;
+        }
     }
     return nullptr;
 }
@@ -308,10 +311,10 @@ void TestOlvik3DViewerControl::closingTellsTheReceiverOnce()
     viewer.setWindowName("B");
     QCOMPARE(viewerWindow()->windowTitle(), QString("B"));
     viewer.show();
+    QVERIFY(QTest::qWaitForWindowExposed(viewerWindow()));
     viewerWindow()->close();
     QTRY_COMPARE(receiver.closed, QList<QByteArray>({"Höhen 高さ"}));
 
-    viewer.show();
     viewerWindow()->close();
     QTest::qWait(50);
     QCOMPARE(receiver.closed.size(), 1);
@@ -326,6 +329,7 @@ void TestOlvik3DViewerControl::theReceiverMayDeleteTheControl()
     auto viewer = std::make_unique<Olvik3DViewerControl>("gone", nullptr, &receiver);
     receiver.onClosed = [&] { viewer.reset(); };
     viewer->show();
+    QVERIFY(QTest::qWaitForWindowExposed(viewerWindow()));
     std::vector<float> heights = ramp(500, 500);
     viewer->setBuffer(heights.data(), 500, 500);
     viewerWindow()->close();
@@ -377,11 +381,12 @@ void TestOlvik3DViewerControl::deletingAtAnyMoment()
     int threads = 0;
     for (int repetition = 0; repetition < 12; ++repetition) {
         auto host = std::make_unique<QWidget>();
+        host->resize(300, 200);
         auto *viewer =
             new Olvik3DViewerControl("deleted", isEmbedded ? host.get() : nullptr, nullptr);
         QWidget *top = isEmbedded ? host.get() : viewerWindow();
         viewer->show();
-        QSignalSpy requests(viewIn(top), &Olvik3DViewerWidget::mRender);
+        QVERIFY(QTest::qWaitForWindowExposed(top));
         for (int i = 0; i < buffers; ++i)
             viewer->setBuffer(heights.data(), size, size);
         if (isConverting)
