@@ -1,0 +1,164 @@
+#include "CommandLine.h"
+
+#include "HeightMapReader.h"
+
+#include <QRegularExpression>
+
+#include <optional>
+
+namespace {
+
+constexpr int smallestSide = 16;
+constexpr int largestSide = 4096;
+constexpr double lowestRate = 0.1;
+constexpr double highestRate = 100.0;
+constexpr int mostFrames = 1000000;
+
+const QString embedOption = QStringLiteral("embed");
+const QString framesOption = QStringLiteral("frames");
+const QString rateOption = QStringLiteral("rate");
+const QString screenshotOption = QStringLiteral("screenshot");
+const QString sizeOption = QStringLiteral("size");
+const QString widthOption = QStringLiteral("width");
+
+std::optional<int> numberIn(const QString &text, int lowest, int highest)
+{
+    bool isNumber = false;
+    const int number = text.toInt(&isNumber);
+    if (!isNumber || number < lowest || number > highest)
+        return std::nullopt;
+    return number;
+}
+
+} // namespace
+
+CommandLine::CommandLine()
+{
+    parser.setApplicationDescription(
+        tr("Shows the simulated buffers of a line scanner, or one height map from a file, in 3D."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addPositionalArgument(QStringLiteral("file"),
+        tr("Height map: TIFF (32-bit float, 16 or 8 bits), PNG or PGM (16 or 8 bits), or raw "
+           "little-endian 32-bit floats (.f32, .raw, .bin)."),
+        QStringLiteral("[file]"));
+    parser.addOptions({
+        {embedOption, tr("Place the view in a window of this program.")},
+        {framesOption, tr("End after <count> buffers."), QStringLiteral("count")},
+        {rateOption, tr("Feed <hertz> buffers a second (default: 10)."), QStringLiteral("hertz")},
+        {screenshotOption, tr("Write one picture of the window to <png> and end."),
+            QStringLiteral("png")},
+        {sizeOption, tr("Simulate profiles and buffers of <WxH> (default: 1024x768)."),
+            QStringLiteral("WxH")},
+        {widthOption, tr("Take <count> values of a raw file for one profile."),
+            QStringLiteral("count")},
+    });
+}
+
+CommandLine::Outcome CommandLine::parse(const QStringList &arguments)
+{
+    if (!parser.parse(arguments)) {
+        reject(parser.errorText());
+        return Outcome::Reject;
+    }
+    if (parser.isSet(QStringLiteral("help"))) {
+        message = parser.helpText();
+        return Outcome::PrintText;
+    }
+    if (parser.isSet(QStringLiteral("version"))) {
+        message = QCoreApplication::applicationName() + QLatin1Char(' ')
+            + QCoreApplication::applicationVersion() + QLatin1Char('\n');
+        return Outcome::PrintText;
+    }
+    if (!readSource() || !readSize() || !readRate() || !readFrames())
+        return Outcome::Reject;
+
+    result.embed = parser.isSet(embedOption);
+    result.screenshot = parser.value(screenshotOption);
+    if (parser.isSet(screenshotOption) && result.screenshot.isEmpty()) {
+        reject(tr("--screenshot needs the name of a file"));
+        return Outcome::Reject;
+    }
+    return Outcome::Run;
+}
+
+bool CommandLine::readSource()
+{
+    const QStringList files = parser.positionalArguments();
+    if (files.size() > 1)
+        return reject(tr("one file at most, but there are %1").arg(files.size()));
+    if (!files.isEmpty() && files.first().isEmpty())
+        return reject(tr("the name of the file is empty"));
+    if (!files.isEmpty())
+        result.file = files.first();
+
+    const bool isRaw = HeightMapReader::isRaw(result.file);
+    if (isRaw != parser.isSet(widthOption))
+        return reject(isRaw ? tr("%1: a raw file needs --width").arg(result.file)
+                            : tr("--width is for raw files only"));
+    if (!isRaw)
+        return true;
+
+    const auto width = numberIn(parser.value(widthOption), 1, HeightMapReader::largestSide);
+    if (!width)
+        return reject(tr("--width: '%1' is no whole number from 1 to %2")
+                          .arg(parser.value(widthOption))
+                          .arg(HeightMapReader::largestSide));
+    result.rawWidth = *width;
+    return true;
+}
+
+bool CommandLine::readSize()
+{
+    if (!parser.isSet(sizeOption))
+        return true;
+    if (!result.file.isEmpty())
+        return reject(tr("--size is for the simulated scanner only"));
+
+    static const QRegularExpression form(QStringLiteral("^(\\d{1,9})x(\\d{1,9})$"));
+    const QRegularExpressionMatch match = form.match(parser.value(sizeOption));
+    const auto width = numberIn(match.captured(1), smallestSide, largestSide);
+    const auto height = numberIn(match.captured(2), smallestSide, largestSide);
+    if (!width || !height)
+        return reject(tr("--size: '%1' is no WxH with sides from %2 to %3")
+                          .arg(parser.value(sizeOption))
+                          .arg(smallestSide)
+                          .arg(largestSide));
+    result.frameSize = QSize(*width, *height);
+    return true;
+}
+
+bool CommandLine::readRate()
+{
+    if (!parser.isSet(rateOption))
+        return true;
+
+    bool isNumber = false;
+    result.rate = parser.value(rateOption).toDouble(&isNumber);
+    if (isNumber && result.rate >= lowestRate && result.rate <= highestRate)
+        return true;
+    return reject(tr("--rate: '%1' is no number from %2 to %3")
+                      .arg(parser.value(rateOption))
+                      .arg(lowestRate)
+                      .arg(highestRate));
+}
+
+bool CommandLine::readFrames()
+{
+    if (!parser.isSet(framesOption))
+        return true;
+
+    const auto frames = numberIn(parser.value(framesOption), 1, mostFrames);
+    if (!frames)
+        return reject(tr("--frames: '%1' is no whole number from 1 to %2")
+                          .arg(parser.value(framesOption))
+                          .arg(mostFrames));
+    result.frames = *frames;
+    return true;
+}
+
+bool CommandLine::reject(const QString &reason)
+{
+    message = reason;
+    return false;
+}

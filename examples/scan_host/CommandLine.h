@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+/// What the user asks for.
+struct Options
+{
+    /// File to show; empty for the simulated scanner.
+    QString file;
+    /// Values per profile of a raw file; 0 for every other source.
+    int rawWidth = 0;
+    /// Values per profile and profiles of a simulated buffer.
+    QSize frameSize{1024, 768};
+    /// Buffers a second.
+    double rate = 10.0;
+    /// Buffers after which the host ends; 0: it runs until its window is closed.
+    int frames = 0;
+    bool embed = false;
+    /// Picture to write; empty for none.
+    QString screenshot;
+};
+
+/// Turns the arguments of the process into Options.
+class CommandLine
+{
+    Q_DECLARE_TR_FUNCTIONS(CommandLine)
+
+public:
+    enum class Outcome { Run, PrintText, Reject };
+
+    CommandLine();
+
+    /// \param arguments those of the process, its name first
+    Outcome parse(const QStringList &arguments);
+
+    /// Complete after Outcome::Run only.
+    const Options &options() const { return result; }
+
+    /// The text to print, or why the arguments are rejected, in one line.
+    QString text() const { return message; }
+
+private:
+    bool readSource();
+    bool readSize();
+    bool readRate();
+    bool readFrames();
+    bool reject(const QString &reason);
+
+    QCommandLineParser parser;
+    Options result;
+    QString message;
+};
