@@ -68,13 +68,14 @@ public:
     bool isValid() const { return !points.empty(); }
 
     /// Linear between neighbouring points, the nearest end's colour outside them and the last
-    /// point's for NaN. Leaves the outputs untouched while no point exists: fill them first. \param
-    /// t normalised position \param[out] r,g,b,a components truncated toward zero; the smallest int
-    /// beside a point at NaN
+    /// point's for NaN. Leaves the outputs untouched while no point exists: fill them first.
+    /// \param t normalised position
+    /// \param[out] r,g,b,a components truncated toward zero; the smallest int beside a point at NaN
     void getColorAtValue(float t, int &r, int &g, int &b, int &a) const;
 
     /// Leaves the outputs untouched while both bounds are 0 or, inside the bounds, while no point
-    /// exists: fill them first. \param v height in the unit of the bounds
+    /// exists: fill them first.
+    /// \param v height in the unit of the bounds
     void getColorRawValue(float v, int &r, int &g, int &b, int &a) const;
 
 private:

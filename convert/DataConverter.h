@@ -64,12 +64,12 @@ public:
 
     /// False-colour image of the buffer, RGB888 with 3 * w bytes per line.
     /// \param[out] out the pixels, to be released with free() after the image; null when there are
-    /// none \param grey grey by getDistance() instead of colours \param gradient the colours; one
-    /// without stops stands for the hue ramp of distanceToColor(), one whose
-    ///        bounds are both 0 colours every pixel black
+    ///        none
+    /// \param grey grey by getDistance() instead of colours
+    /// \param gradient the colours; one without stops stands for the hue ramp of distanceToColor(),
+    ///        one whose bounds are both 0 colours every pixel black
     /// \return an image over \a out; a null image for an empty buffer, a product of the sizes that
-    /// wraps,
-    ///         lines of more than INT_MAX bytes, or without memory
+    ///        wraps, lines of more than INT_MAX bytes, or without memory
     static QImage generateImageRangeMap(
         float *values, int w, int h, unsigned char *&out, bool grey, const Gradient &gradient);
     static QImage generateImageRangeMap(unsigned char *values, int w, int h, unsigned char *&out,

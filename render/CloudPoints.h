@@ -9,7 +9,8 @@ class vtkUnsignedCharArray;
 template <class T> class vtkSmartPointer;
 
 /// Gives the cloud points stored as interleaved 32-bit floats, converting or adding them where
-/// needed. \return these points, owned by the cloud
+/// needed.
+/// \return these points, owned by the cloud
 vtkPoints *ensureFloatPoints(vtkPolyData &cloud);
 
 /// True when nobody but the caller can change the cloud's points: sharing them is as good as a

@@ -21,8 +21,8 @@ public:
     void addTo(vtkRenderer &renderer);
 
     /// Draws the line and puts the distance at half the absolute difference from the first point,
-    /// at its height: the middle of the line when the second point lies at larger x and y. \return
-    /// the distance in scene units
+    /// at its height: the middle of the line when the second point lies at larger x and y.
+    /// \return the distance in scene units
     double show(const std::array<double, 3> &first, const std::array<double, 3> &second);
     void hide();
 

@@ -97,12 +97,11 @@ public Q_SLOTS:
 
     /// Shows a cloud. Dropped when an earlier one is still on its way to the screen. May be called
     /// from any thread; the scene is touched later, on the GUI thread. The cloud is scaled in place
-    /// by the user's factors and in gradient mode given an array "Colors". \param polyData points
-    /// as 32-bit floats; other points are replaced by such. A cloud that nobody
-    ///        else holds is kept without copying its points.
+    /// by the user's factors and in gradient mode given an array "Colors".
+    /// \param polyData points as 32-bit floats; other points are replaced by such. A cloud that
+    ///        nobody else holds is kept without copying its points.
     /// \param boundsAll xmin, xmax, ymin, ymax, zmin, zmax of the unscaled points. Without a height
-    /// span
-    ///        (zmin == zmax) the screen is cleared and the axes stay.
+    ///        span (zmin == zmax) the screen is cleared and the axes stay.
     /// \param boundsNoZero low and high end of the height range for colouring
     void loadPolyData(vtkSmartPointer<vtkPolyData> polyData, std::array<double, 6> boundsAll,
         std::array<double, 2> boundsNoZero);

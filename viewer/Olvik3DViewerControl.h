@@ -31,7 +31,8 @@ class OLVIK3DVIEWER_EXPORT Olvik3DViewerControl : public QObject
 public:
     /// \param windowName title of the viewer's window and the name given to the receiver
     /// \param parent widget to embed the 3D view in and parent of this object; null for an own
-    /// window \param receiver borrowed, may be null
+    ///        window
+    /// \param receiver borrowed, may be null
     ///
     /// Ends the process with status 255 after a message box when the machine has no OpenGL 3.2 and
     /// an own window was asked for.

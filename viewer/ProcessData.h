@@ -34,8 +34,8 @@ public:
 
 public Q_SLOTS:
     /// Converts a buffer and hands the cloud over. Never throws: a buffer that does not fit into
-    /// memory is logged and dropped. \param showZero false leaves out the points with a height of
-    /// exactly zero
+    /// memory is logged and dropped.
+    /// \param showZero false leaves out the points with a height of exactly zero
     void onNewProfileData(OlvikProfileData data, bool showZero);
 
 private:

@@ -28,7 +28,8 @@ class OLVIK3DVIEWER_EXPORT Gradient : public QObject
     Q_OBJECT
 
 public:
-    /// No name, no stops, both bounds 0. \param number kept and copied, without any meaning here
+    /// No name, no stops, both bounds 0.
+    /// \param number kept and copied, without any meaning here
     explicit Gradient(unsigned long number = 0);
     Gradient(const Gradient &other);
     /// Like Gradient(0) when \a other is null.
@@ -93,7 +94,8 @@ public:
     bool isValid() const { return colors.isValid(); }
 
     /// Leaves the outputs untouched while both bounds are 0 or, inside the bounds, without stops:
-    /// fill them first. \param value height in the unit of the bounds, rounded to single precision
+    /// fill them first.
+    /// \param value height in the unit of the bounds, rounded to single precision
     /// \param[out] r,g,b,a components, truncated toward zero
     void getColorFromValue(double value, int &r, int &g, int &b, int &a) const;
 
