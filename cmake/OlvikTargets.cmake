@@ -20,6 +20,11 @@ function(olvik_target_defaults target)
         target_compile_options(${target} PRIVATE
             -fsanitize=${OLVIK_SANITIZER} -fno-sanitize-recover=all -fno-omit-frame-pointer)
         target_link_options(${target} PRIVATE -fsanitize=${OLVIK_SANITIZER})
+        get_target_property(type ${target} TYPE)
+        if(type STREQUAL EXECUTABLE)
+            target_sources(${target} PRIVATE
+                "${PROJECT_SOURCE_DIR}/tests/support/KeepLibrariesLoaded.cpp")
+        endif()
     endif()
 endfunction()
 
