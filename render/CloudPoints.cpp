@@ -109,10 +109,10 @@ std::array<double, 6> finiteBounds(vtkPolyData &cloud)
     const vtkIdType count = 3 * points->GetNumberOfPoints();
 
     std::array<double, 6> bounds{1.0, -1.0, 1.0, -1.0, 1.0, -1.0};
-    for (int axis = 0; axis < 3; ++axis) {
+    for (std::size_t axis = 0; axis < 3; ++axis) {
         float min = HUGE_VALF;
         float max = -HUGE_VALF;
-        for (vtkIdType i = axis; i < count; i += 3) {
+        for (auto i = static_cast<vtkIdType>(axis); i < count; i += 3) {
             const float value = xyz[i];
             if (!std::isfinite(value))
                 continue;
@@ -121,8 +121,8 @@ std::array<double, 6> finiteBounds(vtkPolyData &cloud)
         }
         if (min > max)
             continue;
-        bounds[static_cast<std::size_t>(2 * axis)] = static_cast<double>(min);
-        bounds[static_cast<std::size_t>(2 * axis + 1)] = static_cast<double>(max);
+        bounds[2 * axis] = static_cast<double>(min);
+        bounds[2 * axis + 1] = static_cast<double>(max);
     }
     return bounds;
 }

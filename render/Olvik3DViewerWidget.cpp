@@ -548,7 +548,9 @@ bool Olvik3DViewerWidget::event(QEvent *event)
     // VTK's own key bindings (wireframe, stereo, fly-to, exit) have no place in a measuring
     // application.
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
-    return isKey ? QOpenGLWidget::event(event) : QVTKOpenGLNativeWidget::event(event);
+    if (isKey)
+        return QOpenGLWidget::event(event); // NOLINT(bugprone-parent-virtual-call): past VTK
+    return QVTKOpenGLNativeWidget::event(event);
 }
 
 void Olvik3DViewerWidget::keyPressEvent(QKeyEvent *event)

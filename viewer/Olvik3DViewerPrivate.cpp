@@ -33,10 +33,13 @@ constexpr QSize defaultWindowSize{640, 360};
 
 void ensureApplication()
 {
-    // QApplication keeps a reference to its argument count.
+    if (QCoreApplication::instance())
+        return;
+    // Both stay until the process ends: QApplication keeps a reference to its argument count, and other
+    // viewers may use the application by the time that this one goes.
     static int argc = 0;
-    if (!QCoreApplication::instance())
-        new QApplication(argc, nullptr);
+    static QApplication *const application = new QApplication(argc, nullptr);
+    Q_UNUSED(application)
 }
 
 QAction *addCheckable(QMenu &menu, QActionGroup &group, const QString &text)
