@@ -17,6 +17,7 @@ public:
 
     /// \param bounds box of the input set next, in scene units
     void setCloudBounds(const std::array<double, 6> &bounds);
+    const std::array<double, 6> &knownBounds() const { return cloudBounds; }
 
     void ReleaseGraphicsResources(vtkWindow *window) override;
 

@@ -34,6 +34,7 @@
 namespace {
 
 constexpr double framingZoom = 0.8;
+constexpr int cameraRestMs = 150;
 
 /// Clears the flag that lets no second cloud in, also when an exception ends the frame.
 class BusyFlag
@@ -99,6 +100,7 @@ Olvik3DViewerWidget::Olvik3DViewerWidget(QWidget *parent)
 Olvik3DViewerWidget::~Olvik3DViewerWidget()
 {
     removeHeightShader();
+    camera->RemoveObservers(vtkCommand::ModifiedEvent);
     // VTK counts the style, so it must be neither deleted as a child of this object nor told of
     // events while this object goes.
     interactorStyle->setParent(nullptr);
@@ -158,6 +160,27 @@ void Olvik3DViewerWidget::buildInteraction()
     interactor()->SetPicker(pointPicker);
     interactor()->SetRenderWindow(sceneWindow);
     interactor()->SetInteractorStyle(interactorStyle);
+
+    cameraRest.setSingleShot(true);
+    cameraRest.setInterval(cameraRestMs);
+    connect(&cameraRest, &QTimer::timeout, this, &Olvik3DViewerWidget::onCameraRests);
+    camera->AddObserver(vtkCommand::ModifiedEvent, this, &Olvik3DViewerWidget::onCameraMoved);
+}
+
+void Olvik3DViewerWidget::onCameraMoved()
+{
+    // Only the operator's own moves: a reset of the camera is a single frame.
+    if (interactorStyle->GetState() == VTKIS_NONE)
+        return;
+    actor->setCoarse(true);
+    cameraRest.start();
+}
+
+void Olvik3DViewerWidget::onCameraRests()
+{
+    actor->setCoarse(false);
+    if (actor->isCoarse())
+        sceneWindow->Render();
 }
 
 void Olvik3DViewerWidget::setmapper()
@@ -170,7 +193,8 @@ void Olvik3DViewerWidget::setmapper()
 
     shaderCallback.TakeReference(vtkShaderCallback::New());
     shaderCallback->data = shown;
-    shaderObserver = mapper->AddObserver(vtkCommand::UpdateShaderEvent, shaderCallback);
+    for (CloudMapper *each : {mapper.Get(), &actor->coarseMapper()})
+        each->AddObserver(vtkCommand::UpdateShaderEvent, shaderCallback);
 }
 
 void Olvik3DViewerWidget::removeHeightShader()
@@ -178,7 +202,8 @@ void Olvik3DViewerWidget::removeHeightShader()
     if (!shaderCallback)
         return;
     ::removeHeightShader(*actor);
-    mapper->RemoveObserver(shaderObserver);
+    for (CloudMapper *each : {mapper.Get(), &actor->coarseMapper()})
+        each->RemoveObserver(shaderCallback);
     shaderCallback = nullptr;
 }
 

@@ -7,6 +7,7 @@
 
 #include <QMetaType>
 #include <QMutex>
+#include <QTimer>
 #include <QVector>
 
 #include <QVTKOpenGLNativeWidget.h>
@@ -174,6 +175,8 @@ private:
 
     void buildScene();
     void buildInteraction();
+    void onCameraMoved();
+    void onCameraRests();
     void titleAxes();
     void frameCloud();
 
@@ -205,7 +208,6 @@ private:
     vtkNew<vtkPolyData> emptyCloud;
     vtkSmartPointer<MouseInteractorStylePP> interactorStyle;
     vtkSmartPointer<vtkShaderCallback> shaderCallback; ///< null while the height shader is off
-    unsigned long shaderObserver = 0;
     std::unique_ptr<VertexCells> vertexCells;
     std::unique_ptr<DistanceMarker> distanceMarker;
     QVector<std::array<double, 3>> pickedPoints;
@@ -213,6 +215,7 @@ private:
     double framedViewAngle = 0.0;
     bool axesVisible = true;
     bool resetCameraPending = true;
+    QTimer cameraRest; ///< runs while the camera moves; at its end the full cloud comes back
     AxesFly axesFly = AxesFly::Dynamic;
 };
 
