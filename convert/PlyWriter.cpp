@@ -8,6 +8,7 @@
 #include <vtkPolyData.h>
 
 #include <charconv>
+#include <cmath>
 #include <csignal>
 #include <ctime>
 #include <vector>
@@ -18,8 +19,9 @@
 namespace {
 
 constexpr std::size_t blockSize = 256 * 1024;
-/// Three numbers like "-3.4028234663852886e+38", a blank behind each, and the line's end.
-constexpr std::size_t longestLine = 3 * 25 + 1;
+/// A number like "-3.4028234663852886e+38" and the blank behind it.
+constexpr std::size_t longestNumber = 25;
+constexpr std::size_t longestLine = 3 * longestNumber + 1;
 
 /// Keeps the end of a pipe's reader from ending the host: the write fails instead.
 class BrokenPipeGuard
@@ -79,14 +81,31 @@ bool writeAll(QIODevice &device, const char *data, qint64 size)
     return device.write(data, size) == size;
 }
 
+/// Two thirds of a scan's numbers are columns and rows; written as integers they cost next to nothing.
+bool isSmallInteger(double value)
+{
+    constexpr double limit = 1e9;
+    return std::abs(value) < limit && value == std::trunc(value)
+        && !(value == 0.0 && std::signbit(value));
+}
+
+/// \param text has room for longestNumber
+/// \return the end of the number
+char *appendNumber(char *text, double value)
+{
+    char *const limit = text + longestNumber;
+    if (isSmallInteger(value))
+        return std::to_chars(text, limit, static_cast<int>(value)).ptr;
+    return std::to_chars(text, limit, value, std::chars_format::general, 17).ptr;
+}
+
 /// \param line has room for longestLine
 /// \return the end of the text
 char *appendPoint(char *line, const double (&point)[3])
 {
     for (const double coordinate : point) {
         // Clouds in double precision lose digits as in the stock writer, whose columns are floats.
-        const double value = static_cast<float>(coordinate);
-        line = std::to_chars(line, line + longestLine, value, std::chars_format::general, 17).ptr;
+        line = appendNumber(line, static_cast<float>(coordinate));
         *line++ = ' ';
     }
     *line++ = '\n';

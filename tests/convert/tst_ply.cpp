@@ -164,6 +164,8 @@ void TestPly::writesTheStockWritersBytes_data()
     QTest::newRow("hostile") << Coordinates{Limits::quiet_NaN(), -Limits::quiet_NaN(),
         Limits::infinity(), -Limits::infinity(), Limits::denorm_min(), -Limits::min(),
         Limits::max(), Limits::lowest(), -0.0f, 0.0f, 1e16f, 1e17f, 1e-4f, 1e-5f, 100000.0f};
+    QTest::newRow("whole numbers") << Coordinates{
+        7.0f, -7.0f, 16777217.0f, 999999936.0f, 1e9f, -1e9f, 2147483648.0f, -1e10f, 1e10f};
     QTest::newRow("any bits, several blocks") << randomBits(60000);
 }
 
