@@ -4,16 +4,22 @@
 #include "CloudActor.h"
 #include "CloudMapper.h"
 #include "CloudPoints.h"
+#include "DataConverter.h"
 #include "DistanceMarker.h"
 #include "HeightShader.h"
 #include "IndividualBound.h"
 #include "MouseInteractorStylePP.h"
+#include "PlyReader.h"
 #include "VertexCells.h"
 #include "vtkShaderCallback.h"
+#include "WaitCursor.h"
 
+#include <QFileDialog>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMessageBox>
 #include <QMutexLocker>
+#include <QStandardPaths>
 #include <QSurfaceFormat>
 #include <QThread>
 
@@ -460,6 +466,44 @@ void Olvik3DViewerWidget::setGradient(const Gradient &currentGradient)
     showStoredCloud();
 }
 
+void Olvik3DViewerWidget::load()
+{
+    const QUrl documents =
+        QUrl::fromLocalFile(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    const QUrl file = QFileDialog::getOpenFileUrl(
+        nullptr, tr("Load Cloud of Points"), documents, tr("Cloud of Points (*.ply)"));
+
+    QMessageBox question;
+    question.setText(QStringLiteral("Would you like to swap Z and Y axis?"));
+    question.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    question.setDefaultButton(QMessageBox::No);
+    load(file.toLocalFile(), question.exec() == QMessageBox::Yes);
+}
+
+void Olvik3DViewerWidget::load(QString path, bool swap)
+{
+    const WaitCursor wait;
+    actor->SetOrientation(0.0, 0.0, 0.0);
+    vtkSmartPointer<vtkPolyData> cloud = readPly(path);
+    if (swap)
+        DataConverter::swapzy(cloud);
+    setInvertedaxis(swap);
+    const State current = sharedState();
+    loadPolyData(std::move(cloud), current.boundsAll, current.boundsNoZero);
+}
+
+void Olvik3DViewerWidget::setInvertedaxis(bool inverted)
+{
+    if (inverted == invertedAxis)
+        return;
+    invertedAxis = inverted;
+    actor->RotateX(inverted ? 90.0 : -90.0);
+    cubeAxes->SetYTitle(inverted ? "Z" : "Y");
+    cubeAxes->SetYUnits(inverted ? "pixels" : "profiles");
+    cubeAxes->SetZTitle(inverted ? "Y" : "Z");
+    cubeAxes->SetZUnits(inverted ? "profiles" : "pixels");
+}
+
 void Olvik3DViewerWidget::showAxes(bool show)
 {
     if (show == axesVisible)
@@ -495,7 +539,7 @@ void Olvik3DViewerWidget::setAxesFly(AxesFly flymode)
 void Olvik3DViewerWidget::setAxesScale(float x, float y, float z)
 {
     for (float *factor : {&x, &y, &z}) {
-        if (!(*factor > 0.0f))
+        if (!(*factor > 0.0f) || std::isinf(*factor))
             *factor = 1.0f;
     }
     {

@@ -74,6 +74,10 @@ public:
     /// Renders without moving the camera.
     void onRenderNoCamera();
 
+    /// Titles the axes for clouds whose y and z are exchanged, or back. The cloud is turned by 90
+    /// degrees, too, until the next one is loaded.
+    void setInvertedaxis(bool inverted);
+
     int getScale() const;
     float getScale_x() const;
     float getScale_y() const;
@@ -118,10 +122,18 @@ public Q_SLOTS:
     void show();
     void hide();
 
+    /// Asks for a PLY file and whether to exchange y and z, then loads it.
+    void load();
+
+    /// Shows the points of a PLY file within the bounds of the last cloud; none, as for a flat cloud,
+    /// before there was one. A file that cannot be read shows as an empty cloud.
+    /// \param swap exchanges y and z of each point
+    void load(QString path, bool swap = false);
+
     void showAxes(bool show);
     void toggleShowAxes();
 
-    /// Factors of the X, Y and Z axis; zero and negative ones count as 1. Shows the last cloud
+    /// Factors of the X, Y and Z axis; zero, negative and infinite ones count as 1. Shows the last cloud
     /// again.
     void setAxesScale(float x, float y, float z);
 
@@ -214,6 +226,7 @@ private:
     RenderData shown; ///< last request that was drawn
     double framedViewAngle = 0.0;
     bool axesVisible = true;
+    bool invertedAxis = false;
     bool resetCameraPending = true;
     QTimer cameraRest; ///< runs while the camera moves; at its end the full cloud comes back
     AxesFly axesFly = AxesFly::Dynamic;

@@ -1,17 +1,23 @@
 #include "Olvik3DViewerPrivate.h"
 
+#include "ActionSeparator.h"
 #include "AxesFly.h"
 #include "CloudPMainWindow.h"
+#include "CloudScaleDailog.h"
+#include "DataConverter.h"
 #include "GradientFactory.h"
 #include "Olvik3DViewerWidget.h"
 #include "OlvikSettings.h"
 #include "OpenGLCheck.h"
+#include "PlyWriter.h"
 #include "ProcessData.h"
 #include "ViewerSettingsKeys.h"
+#include "WaitCursor.h"
 
 #include <QAction>
 #include <QActionGroup>
 #include <QApplication>
+#include <QFileDialog>
 #include <QGridLayout>
 #include <QLabel>
 #include <QMenu>
@@ -19,6 +25,7 @@
 #include <QMessageBox>
 #include <QMutexLocker>
 #include <QScreen>
+#include <QStandardPaths>
 #include <QStatusBar>
 #include <QThread>
 
@@ -40,6 +47,15 @@ void ensureApplication()
     static int argc = 0;
     static QApplication *const application = new QApplication(argc, nullptr);
     Q_UNUSED(application)
+}
+
+/// Without holding the mutex: large clouds take a while.
+bool writeCloud(const OlvikProfileData &profile, const QString &path)
+{
+    const WaitCursor wait;
+    const vtkSmartPointer<vtkPolyData> cloud = DataConverter::convertToPolyData(
+        profile.GetRawPtr(), profile.GetWidth(), profile.GetHeight());
+    return writePly(*cloud, path);
 }
 
 QAction *addCheckable(QMenu &menu, QActionGroup &group, const QString &text)
@@ -121,6 +137,10 @@ void Olvik3DViewerPrivate::buildWindow()
 
 void Olvik3DViewerPrivate::buildMenus()
 {
+    auto *file = new QMenu(tr("File"), container);
+    window->menuBar()->addMenu(file);
+    connect(file->addAction(tr("Save")), &QAction::triggered, this, &Olvik3DViewerPrivate::save);
+
     auto *view = new QMenu(QStringLiteral("View"), container);
     window->menuBar()->addMenu(view);
     addColorModeItems(*view);
@@ -133,6 +153,7 @@ void Olvik3DViewerPrivate::buildMenus()
 
 void Olvik3DViewerPrivate::addColorModeItems(QMenu &menu)
 {
+    menu.addAction(new ActionSeparator(QStringLiteral("Color Mode"), window));
     auto *group = new QActionGroup(this);
     autoAction = addCheckable(menu, *group, QStringLiteral("Auto"));
     gradientAction = addCheckable(menu, *group, QStringLiteral("Gradient"));
@@ -154,6 +175,19 @@ void Olvik3DViewerPrivate::addDataItems(QMenu &menu)
     axesItem->setChecked(true);
     connect(axesItem, &QAction::triggered, viewer, &Olvik3DViewerWidget::toggleShowAxes);
     connect(viewer, &Olvik3DViewerWidget::axesVisibilityChanged, axesItem, &QAction::setChecked);
+
+    connect(menu.addAction(QStringLiteral("Set axes scale")), &QAction::triggered, this,
+        &Olvik3DViewerPrivate::askForAxesScale);
+}
+
+void Olvik3DViewerPrivate::askForAxesScale()
+{
+    auto *dialog = new CloudScaleDailog(
+        viewer->getScale_x(), viewer->getScale_y(), viewer->getScale_z(), nullptr);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &CloudScaleDailog::scaleAccepted, viewer, &Olvik3DViewerWidget::setAxesScale);
+    connect(this, &QObject::destroyed, dialog, &QObject::deleteLater);
+    dialog->show();
 }
 
 void Olvik3DViewerPrivate::addCameraItems(QMenu &menu)
@@ -367,6 +401,24 @@ void Olvik3DViewerPrivate::onPixelPicked(const double *xyz)
 void Olvik3DViewerPrivate::onDistance(double distance)
 {
     statusLabel->setText(QStringLiteral("Distance %1").arg(distance));
+}
+
+void Olvik3DViewerPrivate::save()
+{
+    OlvikProfileData profile;
+    {
+        const QMutexLocker lock(&mutex);
+        profile = lastProfile;
+    }
+    const QString folder =
+        QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + "/Output";
+    const QUrl url = QFileDialog::getSaveFileUrl(nullptr, tr("save Cloud of Points"),
+        QUrl::fromLocalFile(folder), tr("Cloud of Points (*.ply)"));
+    if (writeCloud(profile, url.toLocalFile()))
+        return;
+    QMessageBox::critical(nullptr, tr("Error Saving File"),
+        QStringLiteral("Unable to save file %1 , please check folder permisions")
+            .arg(url.toLocalFile()));
 }
 
 void Olvik3DViewerPrivate::onWindowClosed()

@@ -70,6 +70,8 @@ public Q_SLOTS:
     void setshowZero(bool on);
     void onPixelPicked(const double *xyz);
     void onDistance(double distance);
+    /// Asks for a file and writes the last buffer into it, zeros included, as ASCII PLY.
+    void save();
     void onWindowClosed();
     void onResetWindow();
 
@@ -78,6 +80,7 @@ private:
     void buildMenus();
     void addColorModeItems(QMenu &menu);
     void addDataItems(QMenu &menu);
+    void askForAxesScale();
     void addCameraItems(QMenu &menu);
     void addAxesModeMenu(QMenu &viewMenu);
     void restoreColoring();

@@ -6,20 +6,23 @@
 #include "Olvik3DViewerWidget.h"
 
 #include <QSignalSpy>
+#include <QTemporaryFile>
 
 #include <vtkActor.h>
 #include <vtkActorCollection.h>
 #include <vtkBillboardTextActor3D.h>
 #include <vtkDoubleArray.h>
+#include <vtkMapper.h>
 #include <vtkPointData.h>
 #include <vtkPoints.h>
 #include <vtkPropCollection.h>
+#include <vtkShaderProperty.h>
 
 #include <limits>
 
 using RenderData = Olvik3DViewerWidget::RenderData;
 using Bounds = std::array<double, 6>;
-Q_DECLARE_METATYPE(Bounds)
+Q_DECLARE_METATYPE(ColorMode)
 
 namespace {
 
@@ -76,6 +79,11 @@ private Q_SLOTS:
     void axesVisibilityIsAnnouncedOnChange();
     void twoCtrlClicksMeasure();
     void actorCallbackFollowsItsLeader();
+    void switchingModesInstallsTheShaderOnce();
+    void aMovingCameraDrawsTheSameColors_data();
+    void aMovingCameraDrawsTheSameColors();
+    void loadedFilesAreShownWithinTheLastBounds();
+    void unreadableFilesShowNothing();
 };
 
 void TestOlvik3DViewerWidget::aSecondCloudIsDroppedUntilTheFirstIsDrawn()
@@ -382,6 +390,99 @@ void TestOlvik3DViewerWidget::actorCallbackFollowsItsLeader()
     const vtkMTimeType moved = follower->GetMTime();
     ActorCallback(leader, 0, follower.Get(), nullptr);
     QCOMPARE(follower->GetMTime(), moved);
+}
+
+void TestOlvik3DViewerWidget::switchingModesInstallsTheShaderOnce()
+{
+    Olvik3DViewerWidget view;
+    vtkActorCollection *actors =
+        view.renderWindow()->GetRenderers()->GetFirstRenderer()->GetActors();
+    actors->InitTraversal();
+    vtkActor *cloud = actors->GetNextActor();
+    for (int round = 0; round < 3; ++round) {
+        QCOMPARE(cloud->GetShaderProperty()->GetNumberOfShaderReplacements(), 5);
+        QVERIFY(cloud->GetMapper()->HasObserver(vtkCommand::UpdateShaderEvent));
+        view.setmapper();
+        view.setColorMode(UserGradient);
+        QCOMPARE(cloud->GetShaderProperty()->GetNumberOfShaderReplacements(), 0);
+        QVERIFY(!cloud->GetMapper()->HasObserver(vtkCommand::UpdateShaderEvent));
+        view.setColorMode(Auto);
+    }
+}
+
+void TestOlvik3DViewerWidget::aMovingCameraDrawsTheSameColors_data()
+{
+    QTest::addColumn<ColorMode>("mode");
+    QTest::addColumn<QColor>("expected");
+    QTest::newRow("by height") << Auto << QColor(191, 0, 64);
+    QTest::newRow("by gradient") << UserGradient << QColor(127, 127, 127);
+}
+
+void TestOlvik3DViewerWidget::aMovingCameraDrawsTheSameColors()
+{
+    QFETCH(ColorMode, mode);
+    QFETCH(QColor, expected);
+    constexpr int size = 1001;
+    Olvik3DViewerWidget view;
+    view.resize(400, 400);
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+    view.setGradient(blackToWhite(500));
+    view.setColorMode(mode);
+    view.loadPolyData(ramp(size, size), boundsOf(size, size, size - 1), {0, size - 1});
+    QTRY_VERIFY(view.getAxisVisibility());
+    view.showAxes(false);
+    SceneProbe probe(view);
+    probe.lookFromAbove(size, size);
+    const int all = probe.litPixels();
+
+    QTest::mousePress(&view, Qt::LeftButton, Qt::NoModifier, QPoint(200, 200));
+    QTest::mouseMove(&view, QPoint(201, 200));
+    QVERIFY(isNear(probe.colorAt(250, 500, 250), expected));
+    QVERIFY(probe.litPixels() > all * 95 / 100);
+    QTest::mouseRelease(&view, Qt::LeftButton, Qt::NoModifier, QPoint(201, 200));
+    QTest::qWait(400);
+    QVERIFY(isNear(probe.colorAt(250, 500, 250), expected));
+}
+
+void TestOlvik3DViewerWidget::loadedFilesAreShownWithinTheLastBounds()
+{
+    QTemporaryFile file;
+    QVERIFY(file.open());
+    file.write("ply\nformat ascii 1.0\nelement vertex 2\nproperty float x\nproperty float y\n"
+               "property float z\nend_header\n1 2 3\n4 5 6\n");
+    file.close();
+    Olvik3DViewerWidget view;
+    const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
+    view.load(file.fileName());
+    QCoreApplication::processEvents();
+    QCOMPARE(lastRequest(requests).polyData->GetNumberOfPoints(), vtkIdType{0});
+
+    view.loadPolyData(ramp(9, 7), boundsOf(9, 7, 8), {0, 8});
+    for (const bool swap : {false, true, true}) {
+        QCoreApplication::processEvents();
+        view.load(file.fileName(), swap);
+        const RenderData request = lastRequest(requests);
+        QCOMPARE(request.xRange[1], 9.0);
+        double point[3];
+        request.polyData->GetPoint(1, point);
+        QCOMPARE(point[0], 4.0);
+        QCOMPARE(point[1], swap ? 6.0 : 5.0);
+        QCOMPARE(point[2], swap ? 5.0 : 6.0);
+    }
+}
+
+void TestOlvik3DViewerWidget::unreadableFilesShowNothing()
+{
+    Olvik3DViewerWidget view;
+    const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
+    view.loadPolyData(ramp(9, 7), boundsOf(9, 7, 8), {0, 8});
+    for (const char *path : {"", "/nowhere/cloud.ply", "/proc/self/exe"}) {
+        QCoreApplication::processEvents();
+        view.load(path, true);
+        QCOMPARE(lastRequest(requests).polyData->GetNumberOfPoints(), vtkIdType{0});
+    }
+    QCOMPARE(requests.size(), 4);
 }
 
 OLVIK_GUI_TEST_MAIN(TestOlvik3DViewerWidget)

@@ -14,6 +14,7 @@ class PrivateHome
 public:
     PrivateHome()
     {
+        qputenv("HOME", folder.path().toLocal8Bit());
         qputenv("XDG_CONFIG_HOME", folder.filePath(QStringLiteral("config")).toLocal8Bit());
         qputenv("XDG_DATA_HOME", folder.filePath(QStringLiteral("data")).toLocal8Bit());
     }

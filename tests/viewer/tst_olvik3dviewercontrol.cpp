@@ -1,5 +1,6 @@
 #include "GuiTest.h"
 #include "SceneProbe.h"
+#include "ViewerWindow.h"
 
 #include "CloudPMainWindow.h"
 #include "Olvik3DViewerControl.h"
@@ -36,39 +37,6 @@ struct Receiver : IEvent3DViewerReceiver
     QList<QByteArray> closed;
     std::function<void()> onClosed;
 };
-
-CloudPMainWindow *viewerWindow()
-{
-    for (QWidget *widget : QApplication::topLevelWidgets()) {
-        if (auto *window = qobject_cast<CloudPMainWindow *>(widget))
-            return window;
-    }
-    return nullptr;
-}
-
-Olvik3DViewerWidget *viewIn(QWidget *widget)
-{
-    return widget->findChild<Olvik3DViewerWidget *>();
-}
-
-QAction *menuItem(const QString &text)
-{
-    for (const QMenu *menu : viewerWindow()->findChildren<QMenu *>()) {
-        for (QAction *action : menu->actions()) {
-            if (action->text() == text)
-                return action;
-        }
-    }
-    return nullptr;
-}
-
-std::vector<float> ramp(int width, int height)
-{
-    std::vector<float> heights;
-    for (int i = 0; i < width * height; ++i)
-        heights.push_back(static_cast<float>(i % width));
-    return heights;
-}
 
 void runDeferredDeletes()
 {

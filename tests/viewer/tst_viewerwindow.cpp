@@ -1,0 +1,288 @@
+#include "GuiTest.h"
+#include "SceneProbe.h"
+#include "ViewerWindow.h"
+
+#include "ActionSeparator.h"
+#include "CloudScaleDailog.h"
+#include "Olvik3DViewerControl.h"
+
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QStatusBar>
+#include <QTimer>
+
+namespace {
+
+/// The texts of a menu in order: "-" for a separator, "Text >" for a submenu, "[Text]" for a caption.
+QStringList textsOf(const QMenu &menu)
+{
+    QStringList texts;
+    for (QAction *action : menu.actions()) {
+        if (auto *caption = qobject_cast<ActionSeparator *>(action))
+            texts += '[' + caption->defaultWidget()->findChild<QLabel *>()->text() + ']';
+        else if (action->isSeparator())
+            texts += "-";
+        else
+            texts += action->menu() ? action->text() + " >" : action->text();
+    }
+    return texts;
+}
+
+/// Answers the dialogs that one call opens, as an operator would: the file dialog by a name (none
+/// cancels), message boxes by Ok. Remembers what the boxes said.
+class Operator : public QObject
+{
+public:
+    explicit Operator(QString fileName)
+        : name(std::move(fileName))
+    {
+        connect(&timer, &QTimer::timeout, this, &Operator::answer);
+        timer.start(200);
+    }
+    QStringList told;
+
+private:
+    void answer()
+    {
+        QWidget *dialog = QApplication::activeModalWidget();
+        if (auto *files = qobject_cast<QFileDialog *>(dialog)) {
+            if (name.isEmpty())
+                return files->reject();
+            files->setOption(QFileDialog::DontConfirmOverwrite);
+            files->findChild<QLineEdit *>()->setText(name);
+            QMetaObject::invokeMethod(files, "accept");
+        } else if (auto *box = qobject_cast<QMessageBox *>(dialog)) {
+            told += box->windowTitle() + '|' + box->text();
+            box->button(QMessageBox::Ok)->click();
+        }
+    }
+
+    QString name;
+    QTimer timer;
+};
+
+} // namespace
+
+class TestViewerWindow : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void menus();
+    void showAxesFollowsTheView();
+    void axesScaleIsAskedFor_data();
+    void axesScaleIsAskedFor();
+    void resetZoomShowsAtOnce();
+    void savingWritesTheWholeGrid();
+    void failedSavesAreTold_data();
+    void failedSavesAreTold();
+    void clicksPickAndDragsRotate();
+    void ctrlClicksMeasureUntilEscape();
+
+private:
+    void feed(std::vector<float> heights, int width);
+    QPoint centre() const { return view->rect().center(); }
+
+    std::unique_ptr<Olvik3DViewerControl> viewer;
+    Olvik3DViewerWidget *view = nullptr;
+    QTemporaryDir folder;
+};
+
+void TestViewerWindow::init()
+{
+    viewer = std::make_unique<Olvik3DViewerControl>("window", nullptr, nullptr);
+    view = viewIn(viewerWindow());
+    viewer->show();
+    QVERIFY(QTest::qWaitForWindowExposed(viewerWindow()));
+}
+
+void TestViewerWindow::cleanup()
+{
+    viewer.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void TestViewerWindow::feed(std::vector<float> heights, int width)
+{
+    const QSignalSpy requests(view, &Olvik3DViewerWidget::mRender);
+    viewer->setBuffer(heights.data(), width, static_cast<int>(heights.size()) / width);
+    QTRY_COMPARE(requests.size(), 1);
+    QTRY_VERIFY(view->getAxisVisibility());
+}
+
+void TestViewerWindow::menus()
+{
+    QStringList bar;
+    for (const QAction *action : viewerWindow()->menuBar()->actions())
+        bar += action->text();
+    QCOMPARE(bar, QStringList({"File", "View"}));
+    QCOMPARE(textsOf(*viewerWindow()->menuBar()->actions()[0]->menu()), QStringList({"Save"}));
+    QCOMPARE(textsOf(*viewerWindow()->menuBar()->actions()[1]->menu()),
+        QStringList({"[Color Mode]", "Auto", "Gradient", "-", "Show Zero data", "Show Axes",
+            "Set axes scale", "-", "Reset Zoom", "Reset Window", "-", "Axes Mode >"}));
+    const QMenu *axesMode =
+        viewerWindow()->menuBar()->actions()[1]->menu()->actions().last()->menu();
+    QCOMPARE(textsOf(*axesMode), QStringList({"Fixed", "Dynamic", "Bounding Box"}));
+}
+
+void TestViewerWindow::showAxesFollowsTheView()
+{
+    QAction *item = menuItem("Show Axes");
+    view->showAxes(false);
+    QVERIFY(!item->isChecked());
+    item->trigger();
+    QVERIFY(item->isChecked());
+    QVERIFY(view->getAxisVisibility());
+}
+
+void TestViewerWindow::axesScaleIsAskedFor_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<float>("factor");
+    QTest::newRow("point") << "1.5" << 1.5f;
+    QTest::newRow("comma") << "1,5" << 1.5f;
+    QTest::newRow("whole number") << "12" << 12.0f;
+    QTest::newRow("sign and letters are refused") << "-3e" << 3.0f;
+    QTest::newRow("nothing") << "" << 1.0f;
+    QTest::newRow("zero") << "0" << 1.0f;
+}
+
+void TestViewerWindow::axesScaleIsAskedFor()
+{
+    QFETCH(QString, typed);
+    QFETCH(float, factor);
+    view->setAxesScale(4.0f, 0.25f, 1234567.0f);
+    menuItem("Set axes scale")->trigger();
+    QPointer<CloudScaleDailog> dialog =
+        qobject_cast<CloudScaleDailog *>(QApplication::activeModalWidget());
+    QVERIFY(dialog);
+    const QList<QLineEdit *> edits = dialog->findChildren<QLineEdit *>();
+    QCOMPARE(edits[0]->text(), QString("4"));
+    QCOMPARE(edits[1]->text(), QString("0.25"));
+    QCOMPARE(edits[2]->text(), QString("1.23457e+06"));
+    edits[2]->setText("2");
+    edits[1]->clear();
+    QTest::keyClicks(edits[1], typed);
+    QPushButton *ok = dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
+    QTest::mouseClick(ok, Qt::LeftButton);
+    QCOMPARE(view->getScale_x(), 4.0f);
+    QCOMPARE(view->getScale_y(), factor);
+    QCOMPARE(view->getScale_z(), 2.0f);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(!dialog);
+}
+
+void TestViewerWindow::resetZoomShowsAtOnce()
+{
+    feed(ramp(200, 200), 200);
+    view->showAxes(false);
+    const SceneProbe probe(*view);
+    const int framed = probe.litPixels();
+    view->renderWindow()->GetRenderers()->GetFirstRenderer()->GetActiveCamera()->Dolly(0.5);
+    view->onRenderNoCamera();
+    QVERIFY(probe.litPixels() < framed / 2);
+    menuItem("Reset Zoom")->trigger();
+    QVERIFY(probe.litPixels() > framed * 9 / 10);
+}
+
+void TestViewerWindow::savingWritesTheWholeGrid()
+{
+    feed({0, 1.5f, 2, 3, 0, 5}, 3);
+    menuItem("Show Zero data")->trigger();
+    Operator user(folder.filePath("höhe.ply"));
+    menuItem("Save")->trigger();
+    QCOMPARE(user.told, QStringList());
+
+    QFile file(folder.filePath("höhe.ply"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray text = file.readAll();
+    QVERIFY(text.startsWith("ply\nformat ascii 1.0\n"));
+    QVERIFY(text.contains("element vertex 6\n"));
+    QVERIFY(text.contains("end_header\n0 0 0 \n1 0 1.5 \n2 0 2 \n0 1 3 \n1 1 0 \n2 1 5 \n"));
+    menuItem("Show Zero data")->trigger();
+}
+
+void TestViewerWindow::failedSavesAreTold_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::newRow("missing folder") << folder.filePath("none/cloud.ply");
+    QTest::newRow("full disk") << "/dev/full";
+    QTest::newRow("cancelled") << "";
+}
+
+void TestViewerWindow::failedSavesAreTold()
+{
+    QFETCH(QString, file);
+    feed(ramp(100, 100), 100);
+    Operator user(file);
+    menuItem("Save")->trigger();
+    QCOMPARE(user.told,
+        QStringList({"Error Saving File|Unable to save file " + file
+            + " , please check folder permisions"}));
+}
+
+void TestViewerWindow::clicksPickAndDragsRotate()
+{
+    feed(ramp(200, 200), 200);
+    view->setAxesScale(1.0f, 0.1f, 1.0f);
+    QCoreApplication::processEvents();
+    const QSignalSpy points(viewer.get(), &Olvik3DViewerControl::pointPicked);
+    QString picked;
+    connect(viewer.get(), &Olvik3DViewerControl::pointPicked, this, [&](double *point) {
+        picked = QString("%1 %2 %3").arg(point[0]).arg(point[1]).arg(point[2]);
+    });
+    SceneProbe probe(*view);
+    probe.lookFromAbove(200, 200);
+
+    QTest::mouseClick(view, Qt::LeftButton, Qt::NoModifier, probe.pixelOf(50, 120, 5));
+    QCOMPARE(picked, QString("50 120 5"));
+    QCOMPARE(viewerWindow()->statusBar()->findChild<QLabel *>()->text(),
+        QString("Point picked X: 50 Y: 120 Z: 5"));
+
+    const QPoint before = probe.pixelOf(50, 120, 5);
+    QTest::mousePress(view, Qt::LeftButton, Qt::NoModifier, centre());
+    QTest::mouseMove(view, centre() + QPoint(0, 40));
+    QTest::qWait(200);
+    QTest::mouseRelease(view, Qt::LeftButton, Qt::NoModifier, centre() + QPoint(0, 40));
+    QCOMPARE(points.size(), 1);
+    QVERIFY(probe.pixelOf(50, 120, 5) != before);
+}
+
+void TestViewerWindow::ctrlClicksMeasureUntilEscape()
+{
+    feed(ramp(200, 200), 200);
+    view->showAxes(false);
+    SceneProbe probe(*view);
+    probe.lookFromAbove(200, 200);
+    const int withoutMark = probe.litPixels();
+    const QSignalSpy distances(viewer.get(), &Olvik3DViewerControl::distancePicked);
+
+    QTest::keyPress(view, Qt::Key_Control, Qt::ControlModifier);
+    for (const int column : {20, 60})
+        QTest::mouseClick(
+            view, Qt::LeftButton, Qt::ControlModifier, probe.pixelOf(column, 100, column));
+    QTest::keyRelease(view, Qt::Key_Control);
+    QCOMPARE(distances.size(), 1);
+    const double distance = distances[0][0].toDouble();
+    // Give or take one column at each end.
+    QVERIFY(qAbs(distance - 40 * std::sqrt(2.0)) < 3);
+    QCOMPARE(viewerWindow()->statusBar()->findChild<QLabel *>()->text(),
+        QString("Distance %1").arg(distance));
+    QVERIFY(probe.litPixels() != withoutMark);
+
+    QTest::keyClick(view, Qt::Key_Escape);
+    QCOMPARE(probe.litPixels(), withoutMark);
+}
+
+OLVIK_GUI_TEST_MAIN(TestViewerWindow)
+#include "tst_viewerwindow.moc"
