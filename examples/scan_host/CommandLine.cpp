@@ -2,6 +2,7 @@
 
 #include "HeightMapReader.h"
 
+#include <QFileInfo>
 #include <QRegularExpression>
 
 #include <optional>
@@ -12,13 +13,18 @@ constexpr int smallestSide = 16;
 constexpr int largestSide = 4096;
 constexpr double lowestRate = 0.1;
 constexpr double highestRate = 100.0;
+constexpr float largestScale = 1e6f;
 constexpr int mostFrames = 1000000;
 
+const QString colorOption = QStringLiteral("color");
 const QString embedOption = QStringLiteral("embed");
 const QString framesOption = QStringLiteral("frames");
+const QString loadOption = QStringLiteral("load");
 const QString rateOption = QStringLiteral("rate");
+const QString scaleOption = QStringLiteral("scale");
 const QString screenshotOption = QStringLiteral("screenshot");
 const QString sizeOption = QStringLiteral("size");
+const QString swapOption = QStringLiteral("swap");
 const QString widthOption = QStringLiteral("width");
 
 std::optional<int> numberIn(const QString &text, int lowest, int highest)
@@ -43,13 +49,19 @@ CommandLine::CommandLine()
            "little-endian 32-bit floats (.f32, .raw, .bin)."),
         QStringLiteral("[file]"));
     parser.addOptions({
+        {colorOption, tr("Colour by height (auto) or by a gradient."),
+            QStringLiteral("auto|gradient")},
         {embedOption, tr("Place the view in a window of this program.")},
         {framesOption, tr("End after <count> buffers."), QStringLiteral("count")},
+        {loadOption, tr("Show the points of <ply> after the first buffer, within its bounds."),
+            QStringLiteral("ply")},
         {rateOption, tr("Feed <hertz> buffers a second (default: 10)."), QStringLiteral("hertz")},
+        {scaleOption, tr("Stretch the axes by the factors <X,Y,Z>."), QStringLiteral("X,Y,Z")},
         {screenshotOption, tr("Write one picture of the window to <png> and end."),
             QStringLiteral("png")},
         {sizeOption, tr("Simulate profiles and buffers of <WxH> (default: 1024x768)."),
             QStringLiteral("WxH")},
+        {swapOption, tr("Exchange y and z of the loaded points.")},
         {widthOption, tr("Take <count> values of a raw file for one profile."),
             QStringLiteral("count")},
     });
@@ -70,7 +82,8 @@ CommandLine::Outcome CommandLine::parse(const QStringList &arguments)
             + QCoreApplication::applicationVersion() + QLatin1Char('\n');
         return Outcome::PrintText;
     }
-    if (!readSource() || !readSize() || !readRate() || !readFrames())
+    if (!readSource() || !readSize() || !readRate() || !readFrames() || !readCloud() || !readScale()
+        || !readColor())
         return Outcome::Reject;
 
     result.embed = parser.isSet(embedOption);
@@ -155,6 +168,46 @@ bool CommandLine::readFrames()
                           .arg(mostFrames));
     result.frames = *frames;
     return true;
+}
+
+bool CommandLine::readCloud()
+{
+    result.view.swapsAxes = parser.isSet(swapOption);
+    result.view.cloudFile = parser.value(loadOption);
+    if (!parser.isSet(loadOption))
+        return !result.view.swapsAxes || reject(tr("--swap needs --load"));
+    const QFileInfo file(result.view.cloudFile);
+    return (file.isFile() && file.isReadable())
+        || reject(tr("%1: is not a readable file").arg(result.view.cloudFile));
+}
+
+bool CommandLine::readScale()
+{
+    if (!parser.isSet(scaleOption))
+        return true;
+
+    const QStringList factors = parser.value(scaleOption).split(QLatin1Char(','));
+    bool areFactors = factors.size() == 3;
+    for (int i = 0; areFactors && i < 3; ++i) {
+        const float factor = factors[i].toFloat(&areFactors);
+        areFactors = areFactors && factor > 0.0f && factor <= largestScale;
+        result.view.scale[static_cast<std::size_t>(i)] = factor;
+    }
+    return areFactors
+        || reject(tr("--scale: '%1' is no X,Y,Z of factors above 0, at most %2")
+                      .arg(parser.value(scaleOption))
+                      .arg(largestScale));
+}
+
+bool CommandLine::readColor()
+{
+    if (!parser.isSet(colorOption))
+        return true;
+
+    const QString color = parser.value(colorOption);
+    result.view.isGradient = color == QLatin1String("gradient");
+    return *result.view.isGradient || color == QLatin1String("auto")
+        || reject(tr("--color: '%1' is neither auto nor gradient").arg(color));
 }
 
 bool CommandLine::reject(const QString &reason)

@@ -6,6 +6,21 @@
 #include <QString>
 #include <QStringList>
 
+#include <array>
+#include <optional>
+
+/// What the user asks of the 3D view itself.
+struct ViewOptions
+{
+    /// PLY file to show after the first buffer; empty for none.
+    QString cloudFile;
+    bool swapsAxes = false;
+    /// Factors of the X, Y and Z axis.
+    std::array<float, 3> scale{1.0f, 1.0f, 1.0f};
+    /// Colours by a gradient or by height; as the viewer was left when not given.
+    std::optional<bool> isGradient;
+};
+
 /// What the user asks for.
 struct Options
 {
@@ -22,6 +37,7 @@ struct Options
     bool embed = false;
     /// Picture to write; empty for none.
     QString screenshot;
+    ViewOptions view;
 };
 
 /// Turns the arguments of the process into Options.
@@ -48,6 +64,9 @@ private:
     bool readSize();
     bool readRate();
     bool readFrames();
+    bool readCloud();
+    bool readScale();
+    bool readColor();
     bool reject(const QString &reason);
 
     QCommandLineParser parser;

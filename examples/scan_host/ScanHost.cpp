@@ -4,7 +4,10 @@
 #include "HostWindow.h"
 #include "Olvik3DViewerControl.h"
 #include "Report.h"
+#include "ViewSetup.h"
 #include "WindowShot.h"
+
+#include <Olvik3DViewerWidget.h>
 
 #include <QApplication>
 #include <QFileInfo>
@@ -19,7 +22,8 @@ int framesToFeed(const Options &options)
 {
     if (options.frames > 0)
         return options.frames;
-    const bool isStill = !options.file.isEmpty() || !options.screenshot.isEmpty();
+    const bool isStill = !options.file.isEmpty() || !options.screenshot.isEmpty()
+        || !options.view.cloudFile.isEmpty();
     return isStill ? 1 : 0;
 }
 
@@ -64,11 +68,14 @@ void ScanHost::start()
     if (hostWindow)
         hostWindow->show();
     viewer->show();
+    viewSetup = new ViewSetup(viewerWindow()->findChild<Olvik3DViewerWidget *>(), options.view);
     feeder.start();
 }
 
 void ScanHost::showFrame(HeightMap &frame, int count)
 {
+    if (count == 1)
+        viewSetup->useRangeOf(frame);
     viewer->setBuffer(frame.heights.data(), frame.width, frame.height);
     if (hostWindow)
         hostWindow->showBufferCount(count);

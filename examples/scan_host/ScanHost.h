@@ -5,6 +5,7 @@
 #include "Feeder.h"
 
 #include <QObject>
+#include <QPointer>
 
 #include <memory>
 
@@ -14,6 +15,7 @@ class Olvik3DViewerControl;
 class QIODevice;
 class QSaveFile;
 class QWidget;
+class ViewSetup;
 
 /// One viewer, fed and listened to until it is closed, the frames are over or its picture is taken;
 /// then the application ends.
@@ -47,4 +49,5 @@ private:
     Feeder feeder;
     std::unique_ptr<HostWindow> hostWindow;
     std::unique_ptr<Olvik3DViewerControl> viewer;
+    QPointer<ViewSetup> viewSetup; ///< goes with the view
 };

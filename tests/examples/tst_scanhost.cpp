@@ -148,6 +148,11 @@ void TestScanHost::wrongInputIsOneLineAndStatusTwoWithoutDisplay_data()
     const auto row = [](const char *title, const QStringList &arguments, const char *reason) {
         QTest::newRow(title) << arguments << QByteArray(reason);
     };
+    row("load without a file", {"--load", "none.ply"}, "none.ply");
+    row("swap without load", {"--swap"}, "--swap");
+    row("scale of two factors", {"--scale", "1,2"}, "--scale");
+    row("scale of zero", {"--scale", "1,0,2"}, "--scale");
+    row("unknown colours", {"--color", "rainbow"}, "--color");
     row("unknown option", {"--colour"}, "colour");
     row("two unknown options", {"--colour", "-q"}, "colour");
     row("two files", {"good.tif", "ramp.pgm"}, "one file");
