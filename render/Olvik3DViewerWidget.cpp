@@ -3,6 +3,7 @@
 #include "AxisExtents.h"
 #include "CloudActor.h"
 #include "CloudMapper.h"
+#include "CloudPicker.h"
 #include "CloudPoints.h"
 #include "DataConverter.h"
 #include "DistanceMarker.h"
@@ -30,7 +31,6 @@
 #include <vtkOpenGLCamera.h>
 #include <vtkOpenGLRenderer.h>
 #include <vtkPointData.h>
-#include <vtkPointPicker.h>
 #include <vtkProperty.h>
 
 #include <algorithm>

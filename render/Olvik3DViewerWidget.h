@@ -23,6 +23,7 @@
 
 class CloudActor;
 class CloudMapper;
+class CloudPicker;
 class DistanceMarker;
 class MouseInteractorStylePP;
 class VertexCells;
@@ -30,7 +31,6 @@ class vtkCubeAxesActor;
 class vtkGenericOpenGLRenderWindow;
 class vtkOpenGLCamera;
 class vtkOpenGLRenderer;
-class vtkPointPicker;
 class vtkShaderCallback;
 
 /// The 3D view: owns the whole scene, shows the clouds that it is handed, and reports picked points
@@ -214,7 +214,7 @@ private:
     vtkNew<vtkOpenGLRenderer> renderer;
     vtkNew<vtkOpenGLCamera> camera;
     vtkNew<vtkCubeAxesActor> cubeAxes;
-    vtkNew<vtkPointPicker> pointPicker;
+    vtkNew<CloudPicker> pointPicker;
     vtkNew<CloudMapper> mapper;
     vtkNew<CloudActor> actor;
     vtkNew<vtkPolyData> emptyCloud;

@@ -18,6 +18,8 @@
 #include <QStatusBar>
 #include <QTimer>
 
+#include <cmath>
+
 namespace {
 
 /// The texts of a menu in order: "-" for a separator, "Text >" for a submenu, "[Text]" for a caption.
@@ -233,7 +235,10 @@ void TestViewerWindow::failedSavesAreTold()
 
 void TestViewerWindow::clicksPickAndDragsRotate()
 {
-    feed(ramp(200, 200), 200);
+    std::vector<float> heights = ramp(200, 200);
+    // Where the sensor saw nothing; must neither be picked nor hide the others.
+    std::fill_n(heights.begin(), 5000, std::nanf(""));
+    feed(heights, 200);
     view->setAxesScale(1.0f, 0.1f, 1.0f);
     QCoreApplication::processEvents();
     const QSignalSpy points(viewer.get(), &Olvik3DViewerControl::pointPicked);
