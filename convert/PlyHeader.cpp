@@ -10,7 +10,7 @@ namespace {
 
 /// VTK 9.1 reads lines into a buffer of 4096 bytes; nobody's header comes near.
 constexpr qint64 longestLine = 1024;
-constexpr qint64 longestHeader = 64 * 1024;
+constexpr qint64 longestHeader = 64LL * 1024;
 
 using Words = QList<QByteArray>;
 

@@ -18,7 +18,7 @@
 
 namespace {
 
-constexpr std::size_t blockSize = 256 * 1024;
+constexpr std::size_t blockSize = 256UL * 1024;
 /// A number like "-3.4028234663852886e+38" and the blank behind it.
 constexpr std::size_t longestNumber = 25;
 constexpr std::size_t longestLine = 3 * longestNumber + 1;

@@ -35,7 +35,7 @@ public:
     bool operator()(float value) const
     {
         const float index = std::abs(value * inverse);
-        return index < maxIndex && static_cast<int>(index + 0.5f) % modulus == 0;
+        return index < maxIndex && std::lround(index) % modulus == 0;
     }
 
 private:
