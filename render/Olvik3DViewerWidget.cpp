@@ -81,6 +81,14 @@ void scaleInPlace(vtkPolyData &cloud, const std::array<float, 3> &factors)
         scalePoints(cloud, factors);
 }
 
+/// \param unscaled the same points before the user's scale: colours follow the measured heights
+void setColors(Olvik3DViewerWidget::RenderData &request, vtkPolyData &unscaled,
+    const std::shared_ptr<const Gradient> &gradient)
+{
+    request.polyData->GetPointData()->SetScalars(gradientColors(unscaled, *gradient));
+    request.coloredBy = gradient;
+}
+
 } // namespace
 
 Olvik3DViewerWidget::Olvik3DViewerWidget(QWidget *parent)
@@ -297,9 +305,9 @@ void Olvik3DViewerWidget::submit(vtkPolyData &polyData, const std::array<double,
 
     const vtkSmartPointer<vtkPolyData> unscaled = unscaledCopy(polyData, current);
     scaleInPlace(polyData, current.sceneScale());
+    RenderData request = renderRequest(polyData, current);
     if (current.colorMode == UserGradient)
-        polyData.GetPointData()->SetScalars(gradientColors(*unscaled, *current.gradient));
-    const RenderData request = renderRequest(polyData, current);
+        setColors(request, *unscaled, current.gradient);
     {
         const QMutexLocker lock(&stateMutex);
         state.cloud = unscaled;
@@ -364,7 +372,7 @@ void Olvik3DViewerWidget::onRender(RenderData request)
     const BusyFlag guard(busy);
 
     actor->SetOrientation(0.0, 0.0, 0.0);
-    colorLikeCurrentMode(request);
+    colorByCurrentGradient(request);
     shown = request;
     if (shaderCallback)
         shaderCallback->data = request;
@@ -379,18 +387,19 @@ void Olvik3DViewerWidget::onRender(RenderData request)
     sceneWindow->Render();
 }
 
-/// A cloud that set out before the mode changed would be drawn white in gradient mode.
-void Olvik3DViewerWidget::colorLikeCurrentMode(RenderData &request) const
+/// A cloud that set out before the mode or the gradient changed: drawn as it is, it would flash white
+/// or bring the old colours back, because the re-render for the change met a busy widget.
+void Olvik3DViewerWidget::colorByCurrentGradient(RenderData &request) const
 {
     const State current = sharedState();
-    if (current.colorMode != UserGradient || !request.polyData || !current.cloud)
+    const bool isOutdated =
+        current.colorMode == UserGradient && request.coloredBy != current.gradient;
+    if (!isOutdated || !request.polyData || !current.cloud)
         return;
-    const bool isColored = request.polyData->GetPointData()->HasArray("Colors") != 0;
     const bool isStoredCloud =
         request.polyData->GetNumberOfPoints() == current.cloud->GetNumberOfPoints();
-    if (!isColored && isStoredCloud)
-        request.polyData->GetPointData()->SetScalars(
-            gradientColors(*current.cloud, *current.gradient));
+    if (isStoredCloud)
+        setColors(request, *current.cloud, current.gradient);
 }
 
 void Olvik3DViewerWidget::showCloud(const RenderData &request)

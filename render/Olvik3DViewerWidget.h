@@ -62,6 +62,7 @@ public:
         /// Box of the cloud's finite points in scene units; found anew when uninitialised (min >
         /// max).
         std::array<double, 6> cloudBounds = {1, -1, 1, -1, 1, -1};
+        std::shared_ptr<const Gradient> coloredBy; ///< gradient of the cloud's "Colors", if any
     };
 
     /// The widget starts hidden. Sets Qt's default surface format to the one that VTK needs.
@@ -199,7 +200,7 @@ private:
     vtkSmartPointer<vtkPolyData> unscaledCopy(vtkPolyData &polyData, const State &current) const;
     RenderData renderRequest(vtkPolyData &polyData, const State &current) const;
     void showStoredCloud();
-    void colorLikeCurrentMode(RenderData &request) const;
+    void colorByCurrentGradient(RenderData &request) const;
     void showCloud(const RenderData &request);
     void showAxesOf(const RenderData &request);
     void removeHeightShader();

@@ -243,6 +243,10 @@ void TestOlvik3DViewerWidget::aCloudInFlightIsDrawnInTheModeOfTheMoment()
     view.showAxes(false);
     probe.lookFromAbove(101, 101);
     QVERIFY(isNear(probe.colorAt(50, 50, 50), QColor(63, 63, 63)));
+
+    view.setGradient(blackToWhite(100));
+    view.setGradient(blackToWhite(400));
+    QTRY_VERIFY(isNear(probe.colorAt(50, 50, 50), QColor(31, 31, 31)));
 }
 
 void TestOlvik3DViewerWidget::theHostsCloudStaysTheHosts()
