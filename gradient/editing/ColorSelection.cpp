@@ -1,0 +1,109 @@
+#include "ColorSelection.h"
+
+#include "FittingFont.h"
+#include "GradientColor.h"
+
+#include <QColorDialog>
+#include <QDoubleValidator>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLocale>
+
+#include <limits>
+
+namespace {
+
+constexpr int gap = 3;
+constexpr QSize wholeLimit(180, 30);
+constexpr QSize boxSize(48, 25);
+constexpr int fieldWidth = 50;
+constexpr int labelWidth = wholeLimit.width() - fieldWidth - boxSize.width() - 2 * gap;
+constexpr int fieldFrame = 8;
+
+/// Accepts what QString::toDouble() understands, whatever the user's locale.
+QLocale plainNumbers()
+{
+    QLocale locale = QLocale::c();
+    locale.setNumberOptions(QLocale::RejectGroupSeparator);
+    return locale;
+}
+
+} // namespace
+
+ColorSelection::ColorSelection(QString label, double initialBound, QColor color, QWidget *parent)
+    : QWidget(parent)
+    , currentColor(color)
+    , colorBox(new GradientColor(this))
+    , boundField(new QLineEdit(this))
+    , bound(initialBound)
+{
+    setContentsMargins(0, 0, 0, 0);
+    setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
+    setMaximumSize(wholeLimit);
+    createField();
+    createColorBox();
+
+    auto *layout = new QHBoxLayout(this);
+    layout->setSpacing(gap);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(createLabel(label));
+    layout->addWidget(boundField);
+    layout->addWidget(colorBox);
+    setFocusProxy(boundField);
+}
+
+void ColorSelection::onColorCliked()
+{
+    const QColor chosen = QColorDialog::getColor(
+        currentColor, this, tr("Select Color for bound"), QColorDialog::ShowAlphaChannel);
+    if (!chosen.isValid())
+        return;
+
+    currentColor = chosen;
+    showColor();
+}
+
+QLabel *ColorSelection::createLabel(const QString &text)
+{
+    auto *label = new QLabel(text, this);
+    label->setMargin(0);
+    label->setBuddy(boundField);
+    // The label alone gives way to a large font: field and box have fixed places in the width.
+    label->setFont(fittingFont(label->font(), text, {labelWidth, wholeLimit.height()}));
+    const QFontMetrics metrics(label->font());
+    label->setFixedSize(metrics.horizontalAdvance(text), metrics.height());
+    return label;
+}
+
+void ColorSelection::createField()
+{
+    const QString text = QString::number(bound, 'g', 6);
+    boundField->setText(text);
+    boundField->setMaximumWidth(fieldWidth);
+    boundField->setFont(fittingFont(boundField->font(), QStringLiteral("10000"),
+        {fieldWidth - fieldFrame, wholeLimit.height() - fieldFrame}));
+
+    auto *validator = new QDoubleValidator(0.0, std::numeric_limits<double>::max(), 2, boundField);
+    validator->setLocale(plainNumbers());
+    boundField->setValidator(validator);
+    connect(boundField, &QLineEdit::textEdited, this,
+        [this](const QString &edited) { bound = edited.toDouble(); });
+}
+
+void ColorSelection::createColorBox()
+{
+    colorBox->setFixedSize(boxSize);
+    colorBox->setAutoFillBackground(true);
+    colorBox->setFrameStyle(QFrame::StyledPanel);
+    colorBox->setLineWidth(4);
+    showColor();
+    connect(colorBox, &GradientColor::doubleClick, this, &ColorSelection::onColorCliked);
+}
+
+void ColorSelection::showColor()
+{
+    QPalette palette = colorBox->palette();
+    palette.setColor(QPalette::Window, currentColor);
+    colorBox->setPalette(palette);
+}
