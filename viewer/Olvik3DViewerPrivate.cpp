@@ -5,7 +5,7 @@
 #include "CloudPMainWindow.h"
 #include "CloudScaleDailog.h"
 #include "DataConverter.h"
-#include "GradientFactory.h"
+#include "GradientTableWidget.h"
 #include "Olvik3DViewerWidget.h"
 #include "OlvikSettings.h"
 #include "OpenGLCheck.h"
@@ -17,13 +17,17 @@
 #include <QAction>
 #include <QActionGroup>
 #include <QApplication>
+#include <QComboBox>
 #include <QFileDialog>
+#include <QFrame>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMutexLocker>
+#include <QPushButton>
 #include <QScreen>
 #include <QStandardPaths>
 #include <QStatusBar>
@@ -37,6 +41,8 @@ namespace {
 namespace Keys = ViewerSettingsKeys;
 
 constexpr QSize defaultWindowSize{640, 360};
+constexpr int newGradientMin = 0;
+constexpr int newGradientMax = 1000;
 
 void ensureApplication()
 {
@@ -107,6 +113,7 @@ Olvik3DViewerPrivate::~Olvik3DViewerPrivate()
     const std::shared_ptr<OlvikSettings> store = OlvikSettings::Instance();
     store->setValue(Keys::colorMode(), colorMode);
     store->setValue(Keys::gradientName(), gradientName);
+    delete gradientTable;
     delete window;
 }
 
@@ -220,11 +227,34 @@ void Olvik3DViewerPrivate::restoreColoring()
 {
     colorMode = settings->value(Keys::colorMode(), Auto).toInt();
     gradientName = settings->value(Keys::gradientName(), QStringLiteral("Default")).toString();
-
-    Gradient gradient = GradientFactory::BlackAndWhite();
-    gradient.setMax(1000.0);
-    viewer->setGradient(gradient);
+    buildGradientBar();
+    if (!gradientName.isEmpty())
+        gradientTable->setGradientByName(gradientName);
+    viewer->setGradient(Gradient(gradientTable->getCurrentGradient()));
     viewer->setColorMode(static_cast<ColorMode>(colorMode));
+    connect(gradientTable, &GradientTableWidget::currentGradientChanged, this,
+        &Olvik3DViewerPrivate::onGradientChanged);
+}
+
+void Olvik3DViewerPrivate::buildGradientBar()
+{
+    gradientTable = new GradientTableWidget(
+        QStringLiteral("3DGradients"), newGradientMin, newGradientMax, nullptr);
+    gradientTable->hide();
+    QComboBox *selector = gradientTable->getSelector();
+    selector->setMinimumWidth(120);
+    selector->setMaximumWidth(250);
+
+    gradientBar = new QFrame(container);
+    gradientBar->setFrameStyle(QFrame::NoFrame);
+    gradientBar->setStyleSheet(QStringLiteral("background-color:rgb(230,230,230);"));
+    gradientBar->setFixedHeight(40);
+    gradientBar->setVisible(colorMode == UserGradient);
+    auto *row = new QHBoxLayout(gradientBar);
+    row->addWidget(new QLabel(QStringLiteral("Gradient")));
+    row->addWidget(selector);
+    row->addWidget(gradientTable->getOpenWidget());
+    row->addStretch();
 }
 
 void Olvik3DViewerPrivate::layOutView()
@@ -237,6 +267,8 @@ void Olvik3DViewerPrivate::layOutView()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(viewer, 1, 0);
     if (window) {
+        layout->addWidget(gradientBar, 0, 0);
+        layout->setSpacing(0);
         viewer->resize(window->size());
         window->setCentralWidget(container);
     }
@@ -327,8 +359,15 @@ void Olvik3DViewerPrivate::onColorModeChanged()
     const ColorMode mode = getColorMode();
     if (mode == colorMode)
         return;
+    gradientBar->setVisible(mode == UserGradient);
     colorMode = mode;
     viewer->setColorMode(mode);
+}
+
+void Olvik3DViewerPrivate::onGradientChanged()
+{
+    viewer->setGradient(Gradient(gradientTable->getCurrentGradient()));
+    gradientName = gradientTable->getCurrentName();
 }
 
 void Olvik3DViewerPrivate::setBuffer(float *buffer, int width, int height)

@@ -12,10 +12,12 @@
 #include <memory>
 
 class CloudPMainWindow;
+class GradientTableWidget;
 class Olvik3DViewerWidget;
 class OlvikSettings;
 class ProcessData;
 class QAction;
+class QFrame;
 class QGridLayout;
 class QLabel;
 class QMenu;
@@ -74,6 +76,7 @@ public Q_SLOTS:
     void save();
     void onWindowClosed();
     void onResetWindow();
+    void onGradientChanged();
 
 private:
     void buildWindow();
@@ -84,6 +87,7 @@ private:
     void addCameraItems(QMenu &menu);
     void addAxesModeMenu(QMenu &viewMenu);
     void restoreColoring();
+    void buildGradientBar();
     void layOutView();
     void startWorker();
     void onAboutToQuit();
@@ -100,6 +104,8 @@ private:
     int colorMode = Auto;
     QAction *autoAction = nullptr;
     QAction *gradientAction = nullptr;
+    GradientTableWidget *gradientTable = nullptr; ///< a window of its own; null in embedded mode
+    QFrame *gradientBar = nullptr; ///< shown in gradient mode; null in embedded mode
     QString gradientName;
     std::shared_ptr<OlvikSettings> settings;
     QMutex mutex; ///< guards lastProfile, showZero and the hand-over to the worker

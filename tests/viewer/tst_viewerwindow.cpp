@@ -6,6 +6,7 @@
 #include "CloudScaleDailog.h"
 #include "Olvik3DViewerControl.h"
 
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
@@ -18,6 +19,7 @@
 #include <QStatusBar>
 #include <QTimer>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -90,6 +92,8 @@ private Q_SLOTS:
     void failedSavesAreTold();
     void clicksPickAndDragsRotate();
     void ctrlClicksMeasureUntilEscape();
+    void theGradientBarRecoloursTheCloud();
+    void theGradientSurvivesARestart();
 
 private:
     void feed(std::vector<float> heights, int width);
@@ -287,6 +291,41 @@ void TestViewerWindow::ctrlClicksMeasureUntilEscape()
 
     QTest::keyClick(view, Qt::Key_Escape);
     QCOMPARE(probe.litPixels(), withoutMark);
+}
+
+void TestViewerWindow::theGradientBarRecoloursTheCloud()
+{
+    std::vector<float> heights = ramp(200, 200);
+    std::transform(heights.begin(), heights.end(), heights.begin(), [](float h) { return 4 * h; });
+    feed(heights, 200);
+    view->showAxes(false);
+    SceneProbe probe(*view);
+    probe.lookFromAbove(200, 200);
+    auto *selector = viewerWindow()->findChild<QComboBox *>();
+    QVERIFY(!selector->isVisible());
+
+    menuItem("Gradient")->trigger();
+    QVERIFY(selector->isVisible());
+    QCOMPARE(selector->currentText(), QString("Default"));
+    QTRY_VERIFY(isNear(probe.colorAt(125, 100, 500), QColor(127, 127, 127)));
+    QTest::keyClick(selector, Qt::Key_Down);
+    QTRY_VERIFY(isNear(probe.colorAt(1, 100, 4), QColor(0, 3, 136), 5));
+    selector->setCurrentIndex(0);
+    selector->setCurrentIndex(1);
+    QTRY_VERIFY(isNear(probe.colorAt(1, 100, 4), QColor(0, 3, 136), 5));
+    menuItem("Auto")->trigger();
+    QVERIFY(!selector->isVisible());
+}
+
+void TestViewerWindow::theGradientSurvivesARestart()
+{
+    menuItem("Gradient")->trigger();
+    viewerWindow()->findChild<QComboBox *>()->setCurrentIndex(1);
+    cleanup();
+    init();
+    QCOMPARE(viewerWindow()->findChild<QComboBox *>()->currentText(), QString("Default Color"));
+    QVERIFY(viewerWindow()->findChild<QComboBox *>()->isVisible());
+    menuItem("Auto")->trigger();
 }
 
 OLVIK_GUI_TEST_MAIN(TestViewerWindow)

@@ -1,0 +1,359 @@
+#include "GradientTableWidget.h"
+
+#include "GradientBuilderDialog.h"
+#include "GradientCollection.h"
+#include "GradientComboBoxDelegate.h"
+#include "GradientComboBoxModel.h"
+#include "GradientFactory.h"
+#include "GradientTableDelegate.h"
+#include "GradientTableModel.h"
+
+#include <QAbstractItemView>
+#include <QAction>
+#include <QComboBox>
+#include <QDebug>
+#include <QDir>
+#include <QHeaderView>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QResizeEvent>
+#include <QStandardPaths>
+#include <QTableView>
+#include <QToolBar>
+#include <QVBoxLayout>
+#include <QWidgetAction>
+
+#include <exception>
+
+namespace {
+
+constexpr QSize openIconSize{22, 22};
+constexpr QSize firstSize{480, 420};
+constexpr int popupWidth = 280;
+
+QIcon icon(const char *name)
+{
+    return QIcon(QStringLiteral(":/gradient/images/") + QLatin1String(name));
+}
+
+QIcon wheelIcon()
+{
+    return icon("icons8-color-wheel-96.png");
+}
+
+QString collectionPath(QString fileName)
+{
+    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    folder.mkpath(QStringLiteral("."));
+    if (!fileName.endsWith(QStringLiteral(".json")))
+        fileName += QStringLiteral(".json");
+    return folder.path() + '/' + fileName;
+}
+
+bool isBuiltIn(const QString &name)
+{
+    return name == QLatin1String("Default") || name == QLatin1String("Default Color");
+}
+
+std::shared_ptr<Gradient> builtIn(const QString &name, Gradient gradient, int min, int max)
+{
+    gradient.setMax(max);
+    gradient.setMin(min);
+    gradient.setName(name);
+    return std::make_shared<Gradient>(gradient);
+}
+
+Gradient coldToHot()
+{
+    Gradient gradient(0);
+    gradient.addStop(0.0f, QColor(0, 0, 135));
+    gradient.addStop(0.33f, QColor(0, 255, 255));
+    gradient.addStop(0.66f, QColor(255, 255, 0));
+    gradient.addStop(1.0f, QColor(255, 0, 0));
+    return gradient;
+}
+
+void tellFailure(GradientTableWidget *manager, const QString &what)
+{
+    QMessageBox::critical(manager, GradientTableWidget::tr("Error"), what);
+}
+
+} // namespace
+
+GradientTableWidget::GradientTableWidget(QString fileName, int lower, int upper, QWidget *parent)
+    : QWidget(parent)
+    , min(lower)
+    , max(upper)
+{
+    setWindowTitle(tr("Gradients"));
+    resize(firstSize);
+    loadCollection(fileName);
+    buildTable();
+    comboModel = std::make_shared<GradientComboBoxModel>(collection, nullptr);
+    combo = new QComboBox(this);
+    setUpSelector(*combo);
+    buildLayout();
+    connect(comboModel.get(), &QAbstractItemModel::modelAboutToBeReset, this,
+        &GradientTableWidget::onAboutToResetModel);
+    onComboIndexChanged(0);
+}
+
+GradientTableWidget::~GradientTableWidget() = default;
+
+void GradientTableWidget::loadCollection(const QString &fileName)
+{
+    collection = std::make_shared<GradientCollection>(collectionPath(fileName));
+    try {
+        // Tells of a missing file as of a broken one, which is what a first start looks like.
+        if (QFile::exists(collectionPath(fileName)))
+            collection->load();
+    } catch (const std::exception &) {
+        // Already in the log; the built-in gradients take over.
+    }
+    if (collection->size() == 0)
+        addBuiltIns();
+}
+
+void GradientTableWidget::addBuiltIns()
+{
+    const std::shared_ptr<Gradient> gradients[]
+        = {builtIn(QStringLiteral("Default"), GradientFactory::BlackAndWhite(), min, max),
+            builtIn(QStringLiteral("Default Color"), coldToHot(), min, max)};
+    try {
+        for (const std::shared_ptr<Gradient> &gradient : gradients)
+            collection->add(gradient);
+    } catch (const GradientCollection::FileErrorException &) {
+        // A folder that takes no file must not leave the operator without gradients.
+        QJsonArray records;
+        for (const std::shared_ptr<Gradient> &gradient : gradients) {
+            QJsonObject record;
+            gradient->write(record);
+            records.append(record);
+        }
+        collection->read({{QStringLiteral("gradients"), records}});
+    }
+}
+
+void GradientTableWidget::buildTable()
+{
+    tableModel = new GradientTableModel(collection, this);
+    auto *delegate = new GradientTableDelegate(collection, this);
+    connect(delegate, &GradientTableDelegate::currentGradientChanged, this,
+        &GradientTableWidget::currentGradientChanged);
+
+    table = new QTableView;
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setSelectionMode(QAbstractItemView::SingleSelection);
+    table->setSortingEnabled(false);
+    table->setModel(tableModel);
+    table->setItemDelegate(delegate);
+    // The delegate takes both kinds of click for the dialog; the key is the way to a name in place.
+    table->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked
+        | QAbstractItemView::EditKeyPressed);
+    table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    table->verticalHeader()->hide();
+}
+
+QToolBar *GradientTableWidget::buildToolBar()
+{
+    auto *toolBar = new QToolBar;
+    toolBar->setMovable(false);
+    toolBar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    const auto add = [&](const char *image, const QString &text, void (GradientTableWidget::*slot)()) {
+        auto *action = new QAction(icon(image), text, this);
+        connect(action, &QAction::triggered, this, slot);
+        toolBar->addAction(action);
+    };
+    add("new.png", tr("&New"), &GradientTableWidget::onNewClick);
+    add("copy.png", tr("&Duplicate"), &GradientTableWidget::onDuplicateClick);
+    add("delete.png", tr("&Delete"), &GradientTableWidget::onDeleteClick);
+    return toolBar;
+}
+
+void GradientTableWidget::buildLayout()
+{
+    auto *frame = new QMainWindow;
+    frame->addToolBar(buildToolBar());
+    frame->setCentralWidget(table);
+    frame->setContextMenuPolicy(Qt::NoContextMenu);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(frame);
+    layout->addWidget(combo);
+}
+
+void GradientTableWidget::setUpSelector(QComboBox &selector) const
+{
+    selector.setModel(comboModel.get());
+    selector.setItemDelegate(new GradientComboBoxDelegate(collection, &selector));
+    // The names need half of each row; the box itself may be narrow.
+    selector.view()->setMinimumWidth(popupWidth);
+    connect(&selector, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+        &GradientTableWidget::onComboIndexChanged);
+    connect(this, &GradientTableWidget::comboIndexChanged, &selector, &QComboBox::setCurrentIndex);
+    // Holds the model as long as the selector shows it.
+    connect(&selector, &QObject::destroyed, &selector, [model = comboModel] { Q_UNUSED(model) });
+    restoreAfterOtherSelectors();
+}
+
+/// A selector forgets its row in a reset. Restored before the last of them has, the others would be
+/// dragged along when that one does.
+void GradientTableWidget::restoreAfterOtherSelectors() const
+{
+    disconnect(comboModel.get(), &QAbstractItemModel::modelReset, this,
+        &GradientTableWidget::onModelReset);
+    connect(comboModel.get(), &QAbstractItemModel::modelReset, this,
+        &GradientTableWidget::onModelReset);
+}
+
+QString GradientTableWidget::getCurrentName() const
+{
+    return combo->currentText();
+}
+
+void GradientTableWidget::setMinMax(int lower, int upper)
+{
+    min = lower;
+    max = upper;
+}
+
+void GradientTableWidget::setGradientByName(QString name)
+{
+    if (!name.isEmpty() && collection->checkNameExists(name)) {
+        currentGradient = collection->getGradient(name);
+        onComboIndexChanged(collection->getGradients().indexOf(currentGradient));
+    } else if (collection->size() > 0) {
+        currentGradient = collection->getGradientAt(0);
+        onComboIndexChanged(0);
+    }
+}
+
+QComboBox *GradientTableWidget::getSelector() const
+{
+    auto *selector = new QComboBox;
+    setUpSelector(*selector);
+    return selector;
+}
+
+QWidgetAction *GradientTableWidget::getOpenAction()
+{
+    auto *action = new QWidgetAction(this);
+    action->setIcon(wheelIcon());
+    action->setText(tr("Gradient"));
+    connect(action, &QAction::triggered, this, &QWidget::show, Qt::DirectConnection);
+    return action;
+}
+
+QPushButton *GradientTableWidget::getOpenWidget()
+{
+    auto *button = new QPushButton(this);
+    button->setIcon(wheelIcon());
+    button->setIconSize(openIconSize);
+    button->setToolTip(tr("Gradient"));
+    button->setFlat(true);
+    connect(button, &QPushButton::clicked, this, &QWidget::show);
+    return button;
+}
+
+void GradientTableWidget::onComboIndexChanged(int index)
+{
+    if (isResetting || isSwitching || index >= comboModel->rowCount())
+        return;
+    isSwitching = true;
+    Q_EMIT comboIndexChanged(index);
+    isSwitching = false;
+    try {
+        currentGradient = comboModel->getGradientAt(index);
+        Q_EMIT currentGradientChanged();
+    } catch (...) {
+        // No row, or a receiver that failed: the choice stands, and this may be the event loop.
+    }
+}
+
+void GradientTableWidget::onAboutToResetModel()
+{
+    currentName = combo->currentText();
+    isResetting = true;
+}
+
+void GradientTableWidget::onModelReset()
+{
+    isResetting = false;
+    const int row = combo->findData(
+        currentName, Qt::DisplayRole, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    combo->setCurrentIndex(qMax(row, 0));
+}
+
+bool GradientTableWidget::editNewGradient(std::shared_ptr<Gradient> gradient)
+{
+    GradientBuilderDialog dialog(gradient, gradient->getMin(), gradient->getMax(),
+        gradient->getMinColor(), gradient->getMaxColor(), nullptr);
+    return dialog.exec() == QDialog::Accepted;
+}
+
+/// Called from the event loop, which lets no exception through.
+bool GradientTableWidget::editAndInsert(const std::shared_ptr<Gradient> &gradient)
+{
+    try {
+        if (!editNewGradient(gradient))
+            return false;
+    } catch (const std::exception &) {
+        tellFailure(
+            this, tr("This gradient cannot be edited: it needs a colour at both of its ends."));
+        return false;
+    }
+    if (!tableModel->insertGradient(gradient))
+        tellFailure(this, tr("The gradients could not be saved."));
+    return true;
+}
+
+void GradientTableWidget::onNewClick()
+{
+    const std::shared_ptr<Gradient> gradient = collection->newGradientShared();
+    gradient->setMax(max);
+    gradient->setMin(min);
+    editAndInsert(gradient);
+}
+
+void GradientTableWidget::onDuplicateClick()
+{
+    for (const int row : selectedRows()) {
+        // The edits are in the gradient itself, which may be the one on screen.
+        if (editAndInsert(collection->getGradientAt(row)))
+            Q_EMIT currentGradientChanged();
+    }
+}
+
+void GradientTableWidget::onDeleteClick()
+{
+    for (const int row : selectedRows()) {
+        const QString name = collection->getGradientAt(row)->getName();
+        qDebug() << name;
+        if (isBuiltIn(name))
+            QMessageBox::information(
+                this, tr("Cannot delete"), tr("The Default gradient cannot be deleted"));
+        else if (!tableModel->removeRow(row))
+            tellFailure(this, tr("The gradients could not be saved."));
+    }
+}
+
+/// Only rows that the collection has: a refused insertion is announced nevertheless.
+QList<int> GradientTableWidget::selectedRows() const
+{
+    QList<int> rows;
+    const QModelIndexList selected = table->selectionModel()->selectedRows();
+    for (const QModelIndex &index : selected) {
+        if (index.row() < collection->size())
+            rows.append(index.row());
+    }
+    return rows;
+}
+
+void GradientTableWidget::resizeEvent(QResizeEvent *event)
+{
+    table->resize(event->size());
+    // The table's place beside tool bar and selector is the layout's business again.
+    table->updateGeometry();
+}

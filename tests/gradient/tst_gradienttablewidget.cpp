@@ -1,0 +1,314 @@
+#include "GuiTest.h"
+
+#include "ColorSelection.h"
+#include "GradientBuilderDialog.h"
+#include "GradientTableWidget.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTableView>
+#include <QTimer>
+
+#include <functional>
+
+namespace {
+
+QString filePath(const QString &name = "gradients.json")
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + '/' + name;
+}
+
+QStringList namesInFile()
+{
+    QFile file(filePath());
+    QStringList names;
+    if (!file.open(QIODevice::ReadOnly))
+        return names;
+    const QJsonArray records = QJsonDocument::fromJson(file.readAll()).object()["gradients"].toArray();
+    for (const QJsonValue &record : records)
+        names += record.toObject()["name"].toString();
+    return names;
+}
+
+QStringList namesIn(const QComboBox &selector)
+{
+    QStringList names;
+    for (int row = 0; row < selector.count(); ++row)
+        names += selector.itemText(row);
+    return names;
+}
+
+/// Answers each modal dialog that opens, like a user who takes a moment.
+class User : public QObject
+{
+public:
+    explicit User(std::function<void(GradientBuilderDialog &)> edits)
+        : edit(std::move(edits))
+    {
+        connect(&timer, &QTimer::timeout, this, &User::answer);
+        timer.start(250);
+    }
+    QStringList told;
+
+private:
+    void answer()
+    {
+        QWidget *dialog = QApplication::activeModalWidget();
+        if (auto *builder = qobject_cast<GradientBuilderDialog *>(dialog)) {
+            edit(*builder);
+        } else if (auto *box = qobject_cast<QMessageBox *>(dialog)) {
+            told += box->windowTitle() + '|' + box->text();
+            box->button(QMessageBox::Ok)->click();
+        }
+    }
+
+    std::function<void(GradientBuilderDialog &)> edit;
+    QTimer timer;
+};
+
+void press(const GradientBuilderDialog &dialog, const QString &text)
+{
+    for (QPushButton *button : dialog.findChildren<QPushButton *>()) {
+        if (button->text() == text)
+            QTest::mouseClick(button, Qt::LeftButton);
+    }
+}
+
+/// Types a name and an upper bound and confirms.
+void confirmAs(GradientBuilderDialog &dialog, const QString &name, const QString &max)
+{
+    dialog.setGradientName(name);
+    auto *maxField = dialog.findChildren<ColorSelection *>().last()->findChild<QLineEdit *>();
+    maxField->selectAll();
+    QTest::keyClicks(maxField, max);
+    press(dialog, "&Ok");
+}
+
+} // namespace
+
+class TestGradientTableWidget : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QDir(filePath("")).removeRecursively(); }
+
+    void anEmptyFolderGivesTheBuiltIns();
+    void fileNames_data();
+    void fileNames();
+    void choosesByName_data();
+    void choosesByName();
+    void selectorsFollowEachOther();
+    void selectorsKeepTheirGradientWhenOneIsMade();
+    void aCancelledGradientIsDropped();
+    void duplicateEditsTheGradientItself();
+    void builtInsAreNotDeleted();
+    void deletedGradientsLeaveTheFile();
+    void namesAreEditedInPlace();
+    void aSelectorOutlivesItsManager();
+    void withoutAFileTheBuiltInsStillWork();
+};
+
+void TestGradientTableWidget::anEmptyFolderGivesTheBuiltIns()
+{
+    GradientTableWidget manager("gradients", 5, 700, nullptr);
+    QCOMPARE(namesInFile(), QStringList({"Default", "Default Color"}));
+    QCOMPARE(manager.getCurrentName(), QString("Default"));
+    manager.setGradientByName("Default Color");
+    const std::shared_ptr<Gradient> gradient = manager.getCurrentGradient();
+    QCOMPARE(gradient->getMin(), 5.0);
+    QCOMPARE(gradient->getMax(), 700.0);
+    QCOMPARE(gradient->stops().size(), 4);
+    QCOMPARE(gradient->stops()[1].second, QColor(0, 255, 255));
+}
+
+void TestGradientTableWidget::fileNames_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("file");
+    QTest::newRow("without ending") << "mine" << "mine.json";
+    QTest::newRow("with ending") << "mine.json" << "mine.json";
+    QTest::newRow("the ending's case counts") << "mine.JSON" << "mine.JSON.json";
+}
+
+void TestGradientTableWidget::fileNames()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, file);
+    const GradientTableWidget manager(name, 0, 1, nullptr);
+    QCOMPARE(QDir(filePath("")).entryList(QDir::Files), QStringList({file}));
+}
+
+void TestGradientTableWidget::choosesByName_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("chosen");
+    QTest::newRow("known") << "Default Color" << "Default Color";
+    QTest::newRow("empty") << "" << "Default";
+    QTest::newRow("unknown") << "default color" << "Default";
+}
+
+void TestGradientTableWidget::choosesByName()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, chosen);
+    GradientTableWidget manager("gradients", 0, 1, nullptr);
+    manager.setGradientByName("Default Color");
+    const QSignalSpy changes(&manager, &GradientTableWidget::currentGradientChanged);
+    manager.setGradientByName(name);
+    QCOMPARE(manager.getCurrentName(), chosen);
+    QCOMPARE(manager.getCurrentGradient()->getName(), chosen);
+    QCOMPARE(changes.size(), 1);
+}
+
+void TestGradientTableWidget::selectorsFollowEachOther()
+{
+    GradientTableWidget manager("gradients", 0, 1, nullptr);
+    const std::unique_ptr<QComboBox> first(manager.getSelector());
+    const std::unique_ptr<QComboBox> second(manager.getSelector());
+    const QSignalSpy changes(&manager, &GradientTableWidget::currentGradientChanged);
+    first->setCurrentIndex(1);
+    QCOMPARE(second->currentText(), QString("Default Color"));
+    QCOMPARE(manager.getCurrentGradient()->getName(), QString("Default Color"));
+    QCOMPARE(changes.size(), 1);
+
+    manager.onComboIndexChanged(2);
+    QCOMPARE(first->currentIndex(), 1);
+    manager.onComboIndexChanged(-1);
+    QCOMPARE(second->currentIndex(), -1);
+    QCOMPARE(manager.getCurrentGradient()->getName(), QString("Default Color"));
+    QCOMPARE(changes.size(), 1);
+}
+
+void TestGradientTableWidget::selectorsKeepTheirGradientWhenOneIsMade()
+{
+    GradientTableWidget manager("gradients", 0, 50, nullptr);
+    const std::unique_ptr<QComboBox> selector(manager.getSelector());
+    manager.setGradientByName("Default Color");
+    const std::shared_ptr<Gradient> current = manager.getCurrentGradient();
+
+    User user([](GradientBuilderDialog &dialog) { confirmAs(dialog, "Рельеф", "80"); });
+    manager.onNewClick();
+
+    QCOMPARE(user.told, QStringList());
+    QCOMPARE(namesInFile(), QStringList({"Default", "Default Color", "Рельеф"}));
+    QCOMPARE(namesIn(*selector), namesInFile());
+    QCOMPARE(selector->currentText(), QString("Default Color"));
+    QCOMPARE(manager.getCurrentName(), QString("Default Color"));
+    QCOMPARE(manager.getCurrentGradient(), current);
+    manager.setGradientByName("Рельеф");
+    QCOMPARE(manager.getCurrentGradient()->getMax(), 80.0);
+}
+
+void TestGradientTableWidget::aCancelledGradientIsDropped()
+{
+    GradientTableWidget manager("gradients", 0, 50, nullptr);
+    User user([](GradientBuilderDialog &dialog) { press(dialog, "&Cancel"); });
+    manager.onNewClick();
+    QCOMPARE(namesInFile(), QStringList({"Default", "Default Color"}));
+}
+
+void TestGradientTableWidget::duplicateEditsTheGradientItself()
+{
+    GradientTableWidget manager("gradients", 0, 50, nullptr);
+    const QSignalSpy changes(&manager, &GradientTableWidget::currentGradientChanged);
+    manager.onDuplicateClick();
+    manager.findChild<QTableView *>()->selectRow(0);
+    User user([](GradientBuilderDialog &dialog) { confirmAs(dialog, "Default", "60"); });
+    manager.onDuplicateClick();
+    QCOMPARE(namesInFile(), QStringList({"Default", "Default Color"}));
+    QCOMPARE(manager.getCurrentGradient()->getMax(), 60.0);
+    QCOMPARE(changes.size(), 1);
+}
+
+void TestGradientTableWidget::builtInsAreNotDeleted()
+{
+    GradientTableWidget manager("gradients", 0, 50, nullptr);
+    manager.findChild<QTableView *>()->selectRow(1);
+    User user([](GradientBuilderDialog &) {});
+    QTest::ignoreMessage(QtDebugMsg, "\"Default Color\"");
+    manager.onDeleteClick();
+    QCOMPARE(user.told,
+        QStringList({"Cannot delete|The Default gradient cannot be deleted"}));
+    QCOMPARE(namesInFile().size(), 2);
+}
+
+void TestGradientTableWidget::deletedGradientsLeaveTheFile()
+{
+    GradientTableWidget manager("gradients", 0, 50, nullptr);
+    User user([](GradientBuilderDialog &dialog) { confirmAs(dialog, "Mine", "80"); });
+    manager.onNewClick();
+    manager.setGradientByName("Mine");
+    manager.findChild<QTableView *>()->selectRow(2);
+    QTest::ignoreMessage(QtDebugMsg, "\"Mine\"");
+    manager.onDeleteClick();
+    QCOMPARE(namesInFile(), QStringList({"Default", "Default Color"}));
+    // On screen until another one is chosen.
+    QCOMPARE(manager.getCurrentGradient()->getName(), QString("Mine"));
+    manager.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&manager));
+    manager.onNewClick();
+    QCOMPARE(manager.getCurrentName(), QString("Mine"));
+}
+
+void TestGradientTableWidget::namesAreEditedInPlace()
+{
+    GradientTableWidget manager("gradients", 0, 50, nullptr);
+    manager.setGradientByName("Default Color");
+    manager.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&manager));
+    auto *table = manager.findChild<QTableView *>();
+    const auto rename = [&](const QString &name) {
+        table->setCurrentIndex(table->model()->index(1, 0));
+        QTest::keyClick(table, Qt::Key_F2);
+        auto *editor = table->findChild<QLineEdit *>();
+        editor->selectAll();
+        QTest::keyClicks(editor, name);
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    };
+
+    rename("Warm");
+    QCOMPARE(namesInFile(), QStringList({"Default", "Warm"}));
+    QCOMPARE(manager.getCurrentName(), QString("Warm"));
+
+    User user([](GradientBuilderDialog &) {});
+    rename("Default");
+    QCOMPARE(user.told, QStringList({"Error|Gradient name already exists."}));
+    QCOMPARE(namesInFile(), QStringList({"Default", "Warm"}));
+}
+
+void TestGradientTableWidget::aSelectorOutlivesItsManager()
+{
+    std::unique_ptr<QComboBox> selector;
+    {
+        const GradientTableWidget manager("gradients", 0, 50, nullptr);
+        selector.reset(manager.getSelector());
+    }
+    selector->setCurrentIndex(1);
+    QCOMPARE(selector->currentText(), QString("Default Color"));
+}
+
+void TestGradientTableWidget::withoutAFileTheBuiltInsStillWork()
+{
+    QVERIFY(QDir().mkpath(filePath("gradients.json")));
+    QTest::ignoreMessage(QtWarningMsg, "Couldn't open save file.");
+    QTest::ignoreMessage(QtWarningMsg, "Couldn't open save file.");
+    GradientTableWidget manager("gradients", 0, 50, nullptr);
+    QCOMPARE(manager.getCurrentName(), QString("Default"));
+    manager.setGradientByName("Default Color");
+    QCOMPARE(manager.getCurrentGradient()->getMax(), 50.0);
+}
+
+OLVIK_GUI_TEST_MAIN(TestGradientTableWidget)
+#include "tst_gradienttablewidget.moc"
