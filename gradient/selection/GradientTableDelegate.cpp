@@ -1,0 +1,126 @@
+#include "GradientTableDelegate.h"
+
+#include "GradientBuilderDialog.h"
+#include "GradientRows.h"
+
+#include <QAbstractItemView>
+#include <QDebug>
+#include <QItemSelectionModel>
+#include <QMessageBox>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPersistentModelIndex>
+
+#include <exception>
+#include <utility>
+
+namespace {
+
+/// Views leave the selection out of the option that comes with an event.
+bool isSelected(const QStyleOptionViewItem &option, const QModelIndex &index)
+{
+    if (option.state.testFlag(QStyle::State_Selected))
+        return true;
+
+    const auto *view = qobject_cast<const QAbstractItemView *>(option.widget);
+    return view && view->selectionModel() && view->selectionModel()->isSelected(index);
+}
+
+bool asksForBuilder(
+    const QEvent &event, const QStyleOptionViewItem &option, const QModelIndex &index)
+{
+    const bool isDoubleClick = event.type() == QEvent::MouseButtonDblClick;
+    if (!isDoubleClick && event.type() != QEvent::MouseButtonPress)
+        return false;
+
+    const auto &mouse = static_cast<const QMouseEvent &>(event);
+    return mouse.button() == Qt::LeftButton && (isDoubleClick || isSelected(option, index));
+}
+
+/// False when the user cancels.
+bool runBuilder(const std::shared_ptr<Gradient> &gradient, const QString &name)
+{
+    const auto dialog = std::make_unique<GradientBuilderDialog>(gradient, gradient->getMin(),
+        gradient->getMax(), gradient->getMinColor(), gradient->getMaxColor(), nullptr);
+    dialog->setGradientName(name);
+    return dialog->exec() == QDialog::Accepted;
+}
+
+void tellFailure(const QString &what)
+{
+    QMessageBox::critical(nullptr, GradientTableDelegate::tr("Error"), what);
+}
+
+} // namespace
+
+GradientTableDelegate::GradientTableDelegate(
+    std::shared_ptr<GradientCollection> gradients, QWidget *parent)
+    : QStyledItemDelegate(parent)
+    , collection(std::move(gradients))
+{ }
+
+GradientTableDelegate::~GradientTableDelegate() = default;
+
+void GradientTableDelegate::paint(
+    QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    const std::shared_ptr<Gradient> gradient = gradientInRow(collection.get(), index);
+    if (!gradient || !index.data().canConvert<std::shared_ptr<Gradient>>()) {
+        QStyledItemDelegate::paint(painter, option, index);
+        return;
+    }
+
+    if (option.state.testFlag(QStyle::State_Selected))
+        painter->fillRect(option.rect, option.palette.highlight());
+    gradient->paint(painter, option.rect, option.palette);
+}
+
+void GradientTableDelegate::setModelData(
+    QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const
+{
+    const QVariant shown = index.data();
+    try {
+        if (shown.canConvert<Gradient>())
+            model->setData(index, shown, Qt::EditRole);
+        else
+            QStyledItemDelegate::setModelData(editor, model, index);
+    } catch (const std::exception &) {
+        tellFailure(tr("The gradients could not be saved. The name stays as it was."));
+    }
+}
+
+void GradientTableDelegate::commitAndCloseEditor()
+{
+    qDebug("commitAndCloseEditor()");
+    Q_EMIT commitData(qobject_cast<QWidget *>(sender()));
+}
+
+bool GradientTableDelegate::editorEvent(QEvent *event, QAbstractItemModel *model,
+    const QStyleOptionViewItem &option, const QModelIndex &index)
+{
+    const bool isThere = gradientInRow(collection.get(), index) != nullptr;
+    if (!isThere || !asksForBuilder(*event, option, index))
+        return QStyledItemDelegate::editorEvent(event, model, option, index);
+
+    try {
+        edit(model, index);
+    } catch (const GradientCollection::FileErrorException &) {
+        tellFailure(tr("The gradients could not be saved."));
+    } catch (const std::exception &) {
+        tellFailure(tr("This gradient cannot be edited: it needs a colour at both of its ends."));
+    }
+    return true;
+}
+
+void GradientTableDelegate::edit(QAbstractItemModel *model, const QModelIndex &index)
+{
+    // The dialog lets events through that may remove the row.
+    const QPersistentModelIndex edited = index;
+    const QString name = index.sibling(index.row(), gradientNameColumn).data().toString();
+    if (!runBuilder(collection->getGradientAt(index.row()), name))
+        return;
+
+    if (edited.isValid())
+        Q_EMIT model->dataChanged(edited, edited);
+    Q_EMIT currentGradientChanged();
+}
