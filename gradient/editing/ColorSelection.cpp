@@ -69,10 +69,12 @@ QLabel *ColorSelection::createLabel(const QString &text)
     auto *label = new QLabel(text, this);
     label->setMargin(0);
     label->setBuddy(boundField);
-    // The label alone gives way to a large font: field and box have fixed places in the width.
-    label->setFont(fittingFont(label->font(), text, {labelWidth, wholeLimit.height()}));
-    const QFontMetrics metrics(label->font());
-    label->setFixedSize(metrics.horizontalAdvance(text), metrics.height());
+    // The label gives way to a large font, as field and box have fixed places in the width. The
+    // sample makes labels of equal length equally large.
+    const QSize room(labelWidth, wholeLimit.height());
+    const QString sample(text.size(), QLatin1Char('n'));
+    label->setFont(fittingFont(fittingFont(label->font(), sample, room), text, room));
+    label->setFixedSize(QFontMetrics(label->font()).size(Qt::TextSingleLine, text));
     return label;
 }
 

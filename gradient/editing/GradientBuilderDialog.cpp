@@ -21,6 +21,7 @@ namespace {
 
 constexpr int helpSpacing = 10;
 constexpr int helpLinkHeight = 20;
+constexpr int sideMargin = 5;
 /// Keeps the handles whole when the help takes the room.
 constexpr int smallestBar = 100;
 const QColor defaultBoundColor(245, 66, 230, 255);
@@ -89,13 +90,13 @@ void GradientBuilderDialog::initGradientDialog(
     double min, double max, QColor minColor, QColor maxColor)
 {
     setWindowTitle(tr("Gradient"));
+    auto *layout = new QVBoxLayout(this);
+    layout->setSpacing(0);
+    // What is created first is reached first by the Tab key.
+    layout->addLayout(createNameRow());
     boundsPanel = new QWidget(this);
     minSelection = new ColorSelection(tr("Min bound"), min, minColor, boundsPanel);
     maxSelection = new ColorSelection(tr("Max bound"), max, maxColor, boundsPanel);
-
-    auto *layout = new QVBoxLayout(this);
-    layout->setSpacing(0);
-    layout->addLayout(createNameRow());
     layout->addLayout(createGradientArea(), 1);
     layout->addLayout(createButtonRow());
     layout->addLayout(createHelpBlock());
@@ -108,12 +109,11 @@ QBoxLayout *GradientBuilderDialog::createNameRow()
     label->setBuddy(field);
     connect(this, &GradientBuilderDialog::gradientNameChanged, field, &QLineEdit::setText);
     connect(field, &QLineEdit::textChanged, this, &GradientBuilderDialog::onGradientNameChanged);
-    // The bounds were created first, the name is reached first.
-    setTabOrder(field, minSelection);
-    setTabOrder(minSelection, maxSelection);
     field->setFocus();
 
     auto *row = new QHBoxLayout;
+    row->setSpacing(5);
+    row->setContentsMargins(sideMargin, 0, sideMargin, 0);
     row->addWidget(label);
     row->addWidget(field);
     return row;
@@ -131,7 +131,7 @@ QBoxLayout *GradientBuilderDialog::createGradientArea()
     stopEditor->setMinimumHeight(smallestBar);
     auto *area = new QVBoxLayout;
     area->setSpacing(5);
-    area->setContentsMargins(5, 5, 5, 5);
+    area->setContentsMargins(sideMargin, 5, sideMargin, 5);
     area->addWidget(boundsPanel);
     area->addWidget(stopEditor, 1);
     return area;
@@ -147,7 +147,7 @@ QBoxLayout *GradientBuilderDialog::createButtonRow()
 
     auto *row = new QHBoxLayout;
     row->setSpacing(50);
-    row->setContentsMargins(5, 5, 5, 5);
+    row->setContentsMargins(sideMargin, 5, sideMargin, 5);
     row->addWidget(ok);
     row->addWidget(cancel);
     return row;
@@ -172,6 +172,7 @@ QBoxLayout *GradientBuilderDialog::createHelpBlock()
     auto *block = new QVBoxLayout;
     block->setAlignment(Qt::AlignLeft);
     block->setSpacing(helpSpacing);
+    block->setContentsMargins(sideMargin, 0, sideMargin, 0);
     block->addWidget(helpLink);
     block->addWidget(helpText);
     return block;

@@ -29,12 +29,15 @@ constexpr const char *helpHtml = QT_TRANSLATE_NOOP("GradientHelp",
 
     "<h3>Gradient area:</h3>"
     "<h4>Click Types:</h4>"
+    // Without a block of their own, Qt puts the leading spaces behind the heading.
+    "<div>"
     "&nbsp;&nbsp;&nbsp;&nbsp;<b>Double-click inside area:</b> "
     "Create new endpoint (opens color selector dialog)<br>"
     "&nbsp;&nbsp;&nbsp;&nbsp;<b>Double-click on endpoint:</b> Remove the endpoint<br>"
     "&nbsp;&nbsp;&nbsp;&nbsp;<b>Right-click on endpoint:</b> Modify the endpoint<br>"
     "&nbsp;&nbsp;&nbsp;&nbsp;<b>Click and drag endpoint:</b> "
     "Move endpoint between left and right corners"
+    "</div>"
     "<h4>Notes:</h4>"
     "<ul>"
     "<li>Endpoints appear as small red rectangles in the gradient area</li>"
