@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QLoggingCategory>
 #include <QSaveFile>
 
 #include <cstdio>
@@ -63,6 +64,8 @@ int runHost(const Options &options, std::unique_ptr<FrameSource> source, QSaveFi
 
 int main(int argc, char **argv)
 {
+    // The library tells its developers more than the users of this program want to read.
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
     QCoreApplication::setApplicationName(QStringLiteral("scan_host"));
     QCoreApplication::setApplicationVersion(QStringLiteral(SCAN_HOST_VERSION));
 

@@ -32,13 +32,14 @@ void GradientComboBoxDelegate::paint(
 {
     QStyleOptionViewItem item = option;
     initStyleOption(&item, index);
-    if (const auto gradient = gradientInRow(collection.get(), index))
-        gradient->paint(painter, previewRect(item.rect, painter->pen().width()), item.palette);
-
     item.text =
         QFontMetrics(item.font).elidedText(item.text, Qt::ElideRight, item.rect.width() / 2);
     const QStyle *style = item.widget ? item.widget->style() : QApplication::style();
+    const int margin = painter->pen().width();
     style->drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
+    // On top, or the selection's background would hide the gradient that the user is about to choose.
+    if (const auto gradient = gradientInRow(collection.get(), index))
+        gradient->paint(painter, previewRect(item.rect, margin), item.palette);
 }
 
 QSize GradientComboBoxDelegate::sizeHint(

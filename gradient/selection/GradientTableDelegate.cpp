@@ -6,6 +6,7 @@
 #include <QAbstractItemView>
 #include <QDebug>
 #include <QItemSelectionModel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QMouseEvent>
 #include <QPainter>
@@ -78,6 +79,10 @@ void GradientTableDelegate::paint(
 void GradientTableDelegate::setModelData(
     QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const
 {
+    // The editor opens empty: left so, it asks for nothing.
+    const auto *field = qobject_cast<const QLineEdit *>(editor);
+    if (field && field->text().isEmpty())
+        return;
     const QVariant shown = index.data();
     try {
         if (shown.canConvert<Gradient>())

@@ -119,9 +119,9 @@ void GradientTableWidget::loadCollection(const QString &fileName)
 
 void GradientTableWidget::addBuiltIns()
 {
-    const std::shared_ptr<Gradient> gradients[]
-        = {builtIn(QStringLiteral("Default"), GradientFactory::BlackAndWhite(), min, max),
-            builtIn(QStringLiteral("Default Color"), coldToHot(), min, max)};
+    const std::shared_ptr<Gradient> gradients[] = {
+        builtIn(QStringLiteral("Default"), GradientFactory::BlackAndWhite(), min, max),
+        builtIn(QStringLiteral("Default Color"), coldToHot(), min, max)};
     try {
         for (const std::shared_ptr<Gradient> &gradient : gradients)
             collection->add(gradient);
@@ -162,7 +162,8 @@ QToolBar *GradientTableWidget::buildToolBar()
     auto *toolBar = new QToolBar;
     toolBar->setMovable(false);
     toolBar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    const auto add = [&](const char *image, const QString &text, void (GradientTableWidget::*slot)()) {
+    const auto add = [&](const char *image, const QString &text,
+                         void (GradientTableWidget::*slot)()) {
         auto *action = new QAction(icon(image), text, this);
         connect(action, &QAction::triggered, this, slot);
         toolBar->addAction(action);
@@ -281,8 +282,8 @@ void GradientTableWidget::onAboutToResetModel()
 void GradientTableWidget::onModelReset()
 {
     isResetting = false;
-    const int row = combo->findData(
-        currentName, Qt::DisplayRole, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    const int row =
+        combo->findData(currentName, Qt::DisplayRole, Qt::MatchExactly | Qt::MatchCaseSensitive);
     combo->setCurrentIndex(qMax(row, 0));
 }
 

@@ -20,6 +20,8 @@ run(${CMAKE_COMMAND} -G Ninja -S "${SOURCE_DIR}" -B "${WORK_DIR}/build"
 run(${CMAKE_COMMAND} --build "${WORK_DIR}/build")
 
 set(ENV{XDG_CONFIG_HOME} "${WORK_DIR}/config")
+set(ENV{XDG_DATA_HOME} "${WORK_DIR}/data")
+set(ENV{QT_LOGGING_RULES} "default.debug=false")
 file(GLOB libraries LIST_DIRECTORIES true "${prefix}/lib*" "${prefix}/lib*/*-linux-gnu")
 list(JOIN libraries ":" library_path)
 set(ENV{LD_LIBRARY_PATH} "${library_path}")

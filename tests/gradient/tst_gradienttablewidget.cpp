@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTableView>
@@ -33,7 +34,8 @@ QStringList namesInFile()
     QStringList names;
     if (!file.open(QIODevice::ReadOnly))
         return names;
-    const QJsonArray records = QJsonDocument::fromJson(file.readAll()).object()["gradients"].toArray();
+    const QJsonArray records =
+        QJsonDocument::fromJson(file.readAll()).object()["gradients"].toArray();
     for (const QJsonValue &record : records)
         names += record.toObject()["name"].toString();
     return names;
@@ -135,9 +137,12 @@ void TestGradientTableWidget::fileNames_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("file");
-    QTest::newRow("without ending") << "mine" << "mine.json";
-    QTest::newRow("with ending") << "mine.json" << "mine.json";
-    QTest::newRow("the ending's case counts") << "mine.JSON" << "mine.JSON.json";
+    QTest::newRow("without ending") << "mine"
+                                    << "mine.json";
+    QTest::newRow("with ending") << "mine.json"
+                                 << "mine.json";
+    QTest::newRow("the ending's case counts") << "mine.JSON"
+                                              << "mine.JSON.json";
 }
 
 void TestGradientTableWidget::fileNames()
@@ -152,9 +157,12 @@ void TestGradientTableWidget::choosesByName_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("chosen");
-    QTest::newRow("known") << "Default Color" << "Default Color";
-    QTest::newRow("empty") << "" << "Default";
-    QTest::newRow("unknown") << "default color" << "Default";
+    QTest::newRow("known") << "Default Color"
+                           << "Default Color";
+    QTest::newRow("empty") << ""
+                           << "Default";
+    QTest::newRow("unknown") << "default color"
+                             << "Default";
 }
 
 void TestGradientTableWidget::choosesByName()
@@ -237,8 +245,7 @@ void TestGradientTableWidget::builtInsAreNotDeleted()
     User user([](GradientBuilderDialog &) {});
     QTest::ignoreMessage(QtDebugMsg, "\"Default Color\"");
     manager.onDeleteClick();
-    QCOMPARE(user.told,
-        QStringList({"Cannot delete|The Default gradient cannot be deleted"}));
+    QCOMPARE(user.told, QStringList({"Cannot delete|The Default gradient cannot be deleted"}));
     QCOMPARE(namesInFile().size(), 2);
 }
 
@@ -301,13 +308,19 @@ void TestGradientTableWidget::aSelectorOutlivesItsManager()
 
 void TestGradientTableWidget::withoutAFileTheBuiltInsStillWork()
 {
-    QVERIFY(QDir().mkpath(filePath("gradients.json")));
-    QTest::ignoreMessage(QtWarningMsg, "Couldn't open save file.");
+    const QByteArray home = qgetenv("XDG_DATA_HOME");
+    const auto restore = qScopeGuard([&] { qputenv("XDG_DATA_HOME", home); });
+    qputenv("XDG_DATA_HOME", "/proc/nowhere");
     QTest::ignoreMessage(QtWarningMsg, "Couldn't open save file.");
     GradientTableWidget manager("gradients", 0, 50, nullptr);
     QCOMPARE(manager.getCurrentName(), QString("Default"));
     manager.setGradientByName("Default Color");
     QCOMPARE(manager.getCurrentGradient()->getMax(), 50.0);
+
+    User user([](GradientBuilderDialog &dialog) { confirmAs(dialog, "Mine", "80"); });
+    QTest::ignoreMessage(QtWarningMsg, "Couldn't open save file.");
+    manager.onNewClick();
+    QCOMPARE(user.told, QStringList({"Error|The gradients could not be saved."}));
 }
 
 OLVIK_GUI_TEST_MAIN(TestGradientTableWidget)

@@ -1,4 +1,5 @@
 #include <QProcess>
+#include <QTemporaryDir>
 #include <QtTest>
 
 class TestOpenGLRefusal : public QObject
@@ -8,6 +9,9 @@ class TestOpenGLRefusal : public QObject
 private Q_SLOTS:
     void oldOpenGLEndsTheProcessAfterAMessage_data();
     void oldOpenGLEndsTheProcessAfterAMessage();
+
+private:
+    QTemporaryDir folder;
 };
 
 void TestOpenGLRefusal::oldOpenGLEndsTheProcessAfterAMessage_data()
@@ -26,6 +30,9 @@ void TestOpenGLRefusal::oldOpenGLEndsTheProcessAfterAMessage()
     QProcess host;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("MESA_GL_VERSION_OVERRIDE", version);
+    environment.insert("QT_LOGGING_RULES", "default.debug=false");
+    environment.insert("XDG_DATA_HOME", folder.path());
+    environment.insert("XDG_CONFIG_HOME", folder.path());
     host.setProcessEnvironment(environment);
     host.start(REFUSED_VIEWER, QStringList());
     QVERIFY(host.waitForFinished(30000));
