@@ -95,6 +95,12 @@ void GradientCollection::save() const
     if (!file.open(QIODevice::WriteOnly))
         failToOpen();
     file.write(QJsonDocument(json).toJson());
+    // Flushed here, because commit() of Qt 5.15 misses an error of the flush it does itself, and
+    // would put half a file in place.
+    if (!file.flush()) {
+        file.cancelWriting();
+        failToOpen();
+    }
     if (!file.commit())
         failToOpen();
 }
