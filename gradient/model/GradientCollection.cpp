@@ -20,7 +20,7 @@
 
 namespace {
 
-constexpr QLatin1String gradientsKey("gradients");
+const QLatin1String gradientsKey("gradients");
 
 [[noreturn]] void failToOpen()
 {
@@ -95,6 +95,12 @@ void GradientCollection::save() const
     if (!file.open(QIODevice::WriteOnly))
         failToOpen();
     file.write(QJsonDocument(json).toJson());
+    // Flushed here, because commit() of Qt 5.15 misses an error of the flush it does itself, and
+    // would put half a file in place.
+    if (!file.flush()) {
+        file.cancelWriting();
+        failToOpen();
+    }
     if (!file.commit())
         failToOpen();
 }
@@ -105,7 +111,8 @@ void GradientCollection::read(const QJsonObject &json)
         gradient->disconnect(this);
     gradients.clear();
 
-    for (const QJsonValue &record : json[gradientsKey].toArray()) {
+    const QJsonArray records = json[gradientsKey].toArray();
+    for (const auto &record : records) {
         auto gradient = std::make_shared<Gradient>(0);
         gradient->read(record.toObject());
         saveChangesOf(*gradient);
