@@ -6,13 +6,14 @@
 #include <QAbstractItemView>
 #include <QDebug>
 #include <QItemSelectionModel>
-#include <QLineEdit>
 #include <QMessageBox>
+#include <QMetaProperty>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPersistentModelIndex>
 
 #include <exception>
+#include <memory>
 #include <utility>
 
 namespace {
@@ -79,16 +80,15 @@ void GradientTableDelegate::paint(
 void GradientTableDelegate::setModelData(
     QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const
 {
-    // The editor opens empty: left so, it asks for nothing.
-    const auto *field = qobject_cast<const QLineEdit *>(editor);
-    if (field && field->text().isEmpty())
-        return;
     const QVariant shown = index.data();
+    // As the base class does it, whose code is built without regard to exceptions and leaks.
+    const QVariant edited =
+        shown.canConvert<Gradient>() ? shown : editor->metaObject()->userProperty().read(editor);
+    // The editor opens empty: left so, it asks for nothing.
+    if (edited.toString().isEmpty() && !shown.canConvert<Gradient>())
+        return;
     try {
-        if (shown.canConvert<Gradient>())
-            model->setData(index, shown, Qt::EditRole);
-        else
-            QStyledItemDelegate::setModelData(editor, model, index);
+        model->setData(index, edited, Qt::EditRole);
     } catch (const std::exception &) {
         tellFailure(tr("The gradients could not be saved. The name stays as it was."));
     }

@@ -1,34 +1,49 @@
 #pragma once
 
 #include <QBuffer>
-#include <QByteArray>
 #include <QDataStream>
 #include <QImage>
 
+#include <algorithm>
+#include <utility>
 #include <vector>
 
 /// Files in memory, small enough to know each value.
 namespace SampleFiles {
 
-/// A TIFF file whose directory stands in front of the values, so that a file cut short keeps it.
+/// Its directory stands in front of the values, so that a file cut short keeps it.
 struct Tiff
 {
     QDataStream::ByteOrder byteOrder = QDataStream::LittleEndian;
-    bool isBig = false;
     quint32 width = 3;
     quint32 height = 2;
-    quint16 bits = 32;
-    quint16 compression = 1;
-    quint16 photometric = 1;
-    quint16 orientation = 1;
-    quint16 channels = 1;
-    quint16 format = 3;
+    quint32 bits = 32;
+    quint32 photometric = 1;
+    quint32 orientation = 1;
+    quint32 format = 3;
     bool isTiled = false;
     bool hasNextImage = false;
-    QByteArray values;
+    QByteArray values = QByteArray(24, 'x');
 
     QByteArray bytes() const;
 };
+
+inline QByteArray Tiff::bytes() const
+{
+    // The values follow the directory, at byte 146.
+    const std::vector<std::pair<int, quint32>> tags{{256, width}, {257, height}, {258, bits},
+        {259, 1}, {262, photometric}, {273, 146}, {274, orientation}, {277, 1},
+        {279, quint32(values.size())}, {isTiled ? 322 : 284, isTiled ? 16 : 1}, {339, format}};
+    const quint32 directory = 8;
+    QByteArray result(byteOrder == QDataStream::LittleEndian ? "II" : "MM");
+    QDataStream stream(&result, QIODevice::Append);
+    stream.setByteOrder(byteOrder);
+    stream << quint16(42) << directory << quint16(tags.size());
+    for (const auto &[tag, value] : tags)
+        stream << quint16(tag) << quint16(4) << quint32(1) << value;
+    stream << (hasNextImage ? directory : 0);
+    return result + values;
+}
 
 template <typename Sample>
 QByteArray inOrder(const std::vector<Sample> &samples, QDataStream::ByteOrder order)
@@ -42,49 +57,6 @@ QByteArray inOrder(const std::vector<Sample> &samples, QDataStream::ByteOrder or
     return bytes;
 }
 
-inline QByteArray Tiff::bytes() const
-{
-    QByteArray result(byteOrder == QDataStream::LittleEndian ? "II" : "MM");
-    QDataStream stream(&result, QIODevice::Append);
-    stream.setByteOrder(byteOrder);
-    const auto writeOffset = [&stream, this](quint64 offset) {
-        if (isBig)
-            stream << offset;
-        else
-            stream << static_cast<quint32>(offset);
-    };
-    const auto writeEntry = [&stream, &writeOffset, this](quint16 tag, quint32 value) {
-        constexpr quint16 longType = 4;
-        stream << tag << longType;
-        writeOffset(1);
-        stream << value;
-        if (isBig)
-            stream << quint32(0);
-    };
-
-    constexpr quint16 entries = 11;
-    const quint64 directory = isBig ? 16 : 8;
-    const quint64 end = isBig ? directory + 8 + entries * 20 + 8 : directory + 2 + entries * 12 + 4;
-    stream << quint16(isBig ? 43 : 42);
-    if (isBig)
-        stream << quint16(8) << quint16(0) << directory << quint64(entries);
-    else
-        stream << static_cast<quint32>(directory) << entries;
-    writeEntry(256, width);
-    writeEntry(257, height);
-    writeEntry(258, bits);
-    writeEntry(259, compression);
-    writeEntry(262, photometric);
-    writeEntry(273, static_cast<quint32>(end));
-    writeEntry(274, orientation);
-    writeEntry(277, channels);
-    writeEntry(279, static_cast<quint32>(values.size()));
-    writeEntry(isTiled ? 322 : 284, isTiled ? 16 : 1);
-    writeEntry(339, format);
-    writeOffset(hasNextImage ? directory : 0);
-    return result + values;
-}
-
 inline QByteArray png(const QImage &image)
 {
     QBuffer buffer;
@@ -93,22 +65,14 @@ inline QByteArray png(const QImage &image)
     return buffer.data();
 }
 
+/// \param samples two rows of three
 template <typename Sample>
-QByteArray greyPng(QImage::Format format, int width, const std::vector<Sample> &samples)
+QByteArray greyPng(QImage::Format format, const std::vector<Sample> &samples)
 {
-    QImage image(width, static_cast<int>(samples.size()) / width, format);
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-        const auto column = i % static_cast<std::size_t>(width);
-        const int row = static_cast<int>(i) / width;
-        reinterpret_cast<Sample *>(image.scanLine(row))[column] = samples[i];
-    }
-    return png(image);
-}
-
-inline QByteArray colourPng()
-{
-    QImage image(3, 2, QImage::Format_RGB32);
-    image.fill(Qt::red);
+    QImage image(3, 2, format);
+    for (int row = 0; row < 2; ++row)
+        std::copy_n(&samples[static_cast<std::size_t>(row) * 3], 3,
+            reinterpret_cast<Sample *>(image.scanLine(row)));
     return png(image);
 }
 

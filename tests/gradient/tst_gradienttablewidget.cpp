@@ -4,7 +4,7 @@
 #include "GradientBuilderDialog.h"
 #include "GradientTableWidget.h"
 
-#include <QAction>
+#include <QAbstractItemModelTester>
 #include <QComboBox>
 #include <QDir>
 #include <QJsonArray>
@@ -23,6 +23,15 @@
 
 namespace {
 
+/// Every change has to pass Qt's own rules for models.
+void watchModels(const GradientTableWidget &manager)
+{
+    for (QAbstractItemModel *model :
+        {manager.findChild<QTableView *>()->model(), manager.findChild<QComboBox *>()->model()})
+        new QAbstractItemModelTester(
+            model, QAbstractItemModelTester::FailureReportingMode::Fatal, model);
+}
+
 QString filePath(const QString &name = "gradients.json")
 {
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + '/' + name;
@@ -38,14 +47,6 @@ QStringList namesInFile()
         QJsonDocument::fromJson(file.readAll()).object()["gradients"].toArray();
     for (const QJsonValue &record : records)
         names += record.toObject()["name"].toString();
-    return names;
-}
-
-QStringList namesIn(const QComboBox &selector)
-{
-    QStringList names;
-    for (int row = 0; row < selector.count(); ++row)
-        names += selector.itemText(row);
     return names;
 }
 
@@ -105,14 +106,8 @@ private Q_SLOTS:
     void init() { QDir(filePath("")).removeRecursively(); }
 
     void anEmptyFolderGivesTheBuiltIns();
-    void fileNames_data();
-    void fileNames();
-    void choosesByName_data();
-    void choosesByName();
     void selectorsFollowEachOther();
     void selectorsKeepTheirGradientWhenOneIsMade();
-    void aCancelledGradientIsDropped();
-    void duplicateEditsTheGradientItself();
     void builtInsAreNotDeleted();
     void deletedGradientsLeaveTheFile();
     void namesAreEditedInPlace();
@@ -131,51 +126,13 @@ void TestGradientTableWidget::anEmptyFolderGivesTheBuiltIns()
     QCOMPARE(gradient->getMax(), 700.0);
     QCOMPARE(gradient->stops().size(), 4);
     QCOMPARE(gradient->stops()[1].second, QColor(0, 255, 255));
-}
 
-void TestGradientTableWidget::fileNames_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("file");
-    QTest::newRow("without ending") << "mine"
-                                    << "mine.json";
-    QTest::newRow("with ending") << "mine.json"
-                                 << "mine.json";
-    QTest::newRow("the ending's case counts") << "mine.JSON"
-                                              << "mine.JSON.json";
-}
-
-void TestGradientTableWidget::fileNames()
-{
-    QFETCH(QString, name);
-    QFETCH(QString, file);
-    const GradientTableWidget manager(name, 0, 1, nullptr);
-    QCOMPARE(QDir(filePath("")).entryList(QDir::Files), QStringList({file}));
-}
-
-void TestGradientTableWidget::choosesByName_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("chosen");
-    QTest::newRow("known") << "Default Color"
-                           << "Default Color";
-    QTest::newRow("empty") << ""
-                           << "Default";
-    QTest::newRow("unknown") << "default color"
-                             << "Default";
-}
-
-void TestGradientTableWidget::choosesByName()
-{
-    QFETCH(QString, name);
-    QFETCH(QString, chosen);
-    GradientTableWidget manager("gradients", 0, 1, nullptr);
-    manager.setGradientByName("Default Color");
-    const QSignalSpy changes(&manager, &GradientTableWidget::currentGradientChanged);
-    manager.setGradientByName(name);
-    QCOMPARE(manager.getCurrentName(), chosen);
-    QCOMPARE(manager.getCurrentGradient()->getName(), chosen);
-    QCOMPARE(changes.size(), 1);
+    for (const char *name : {"", "default color"}) {
+        manager.setGradientByName(name);
+        QCOMPARE(manager.getCurrentGradient()->getName(), QString("Default"));
+    }
+    const GradientTableWidget upperCase("mine.JSON", 0, 1, nullptr);
+    QVERIFY(QFile::exists(filePath("mine.JSON.json")));
 }
 
 void TestGradientTableWidget::selectorsFollowEachOther()
@@ -200,6 +157,7 @@ void TestGradientTableWidget::selectorsFollowEachOther()
 void TestGradientTableWidget::selectorsKeepTheirGradientWhenOneIsMade()
 {
     GradientTableWidget manager("gradients", 0, 50, nullptr);
+    watchModels(manager);
     const std::unique_ptr<QComboBox> selector(manager.getSelector());
     manager.setGradientByName("Default Color");
     const std::shared_ptr<Gradient> current = manager.getCurrentGradient();
@@ -209,33 +167,12 @@ void TestGradientTableWidget::selectorsKeepTheirGradientWhenOneIsMade()
 
     QCOMPARE(user.told, QStringList());
     QCOMPARE(namesInFile(), QStringList({"Default", "Default Color", "Рельеф"}));
-    QCOMPARE(namesIn(*selector), namesInFile());
+    QCOMPARE(selector->itemText(2), QString("Рельеф"));
     QCOMPARE(selector->currentText(), QString("Default Color"));
     QCOMPARE(manager.getCurrentName(), QString("Default Color"));
     QCOMPARE(manager.getCurrentGradient(), current);
     manager.setGradientByName("Рельеф");
     QCOMPARE(manager.getCurrentGradient()->getMax(), 80.0);
-}
-
-void TestGradientTableWidget::aCancelledGradientIsDropped()
-{
-    GradientTableWidget manager("gradients", 0, 50, nullptr);
-    User user([](GradientBuilderDialog &dialog) { press(dialog, "&Cancel"); });
-    manager.onNewClick();
-    QCOMPARE(namesInFile(), QStringList({"Default", "Default Color"}));
-}
-
-void TestGradientTableWidget::duplicateEditsTheGradientItself()
-{
-    GradientTableWidget manager("gradients", 0, 50, nullptr);
-    const QSignalSpy changes(&manager, &GradientTableWidget::currentGradientChanged);
-    manager.onDuplicateClick();
-    manager.findChild<QTableView *>()->selectRow(0);
-    User user([](GradientBuilderDialog &dialog) { confirmAs(dialog, "Default", "60"); });
-    manager.onDuplicateClick();
-    QCOMPARE(namesInFile(), QStringList({"Default", "Default Color"}));
-    QCOMPARE(manager.getCurrentGradient()->getMax(), 60.0);
-    QCOMPARE(changes.size(), 1);
 }
 
 void TestGradientTableWidget::builtInsAreNotDeleted()
@@ -252,6 +189,7 @@ void TestGradientTableWidget::builtInsAreNotDeleted()
 void TestGradientTableWidget::deletedGradientsLeaveTheFile()
 {
     GradientTableWidget manager("gradients", 0, 50, nullptr);
+    watchModels(manager);
     User user([](GradientBuilderDialog &dialog) { confirmAs(dialog, "Mine", "80"); });
     manager.onNewClick();
     manager.setGradientByName("Mine");
@@ -270,6 +208,7 @@ void TestGradientTableWidget::deletedGradientsLeaveTheFile()
 void TestGradientTableWidget::namesAreEditedInPlace()
 {
     GradientTableWidget manager("gradients", 0, 50, nullptr);
+    watchModels(manager);
     manager.setGradientByName("Default Color");
     manager.show();
     QVERIFY(QTest::qWaitForWindowExposed(&manager));

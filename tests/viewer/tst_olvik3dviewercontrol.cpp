@@ -91,26 +91,18 @@ private Q_SLOTS:
     void zeroHeightsAreDrawnOrHidden();
     void hostileBuffersAreHarmless_data();
     void hostileBuffersAreHarmless();
-    void nullBuffersWarnOnce();
-    void badSizesThrowAndChangeNothing();
+    void badBuffersAreRefused();
 
     void closingTellsTheReceiverOnce();
     void theReceiverMayDeleteTheControl();
-    void noBufferIsTakenAfterClosing();
     void deletingAtAnyMoment_data();
     void deletingAtAnyMoment();
     void embeddedLeavesNothingBehind_data();
     void embeddedLeavesNothingBehind();
-    void embeddedShowsBuffersWithoutDecoration();
 
-    void freshSettings();
     void settingsSurviveARestart();
-    void sizeIsRestoredOnlyWithAPosition();
     void anEmbeddedViewerKeepsTheOperatorsColoring();
-    void axesModes_data();
-    void axesModes();
     void resetWindowCentresAndForgets();
-    void statusTexts();
 };
 
 void TestOlvik3DViewerControl::cleanup()
@@ -217,14 +209,9 @@ void TestOlvik3DViewerControl::hostileBuffersAreHarmless_data()
     QTest::newRow("NaN") << filled(Limits::quiet_NaN(), Limits::quiet_NaN()) << 2 << 2;
     QTest::newRow("NaN among heights") << filled(Limits::quiet_NaN(), 3.0f) << 2 << 2;
     QTest::newRow("infinite") << filled(Limits::infinity(), 1.0f) << 2 << 2;
-    QTest::newRow("negative infinite") << filled(-Limits::infinity(), 1.0f) << 2 << 2;
     QTest::newRow("negative") << filled(-5.0f, -1.0f) << 2 << 2;
     QTest::newRow("denormal") << filled(Limits::denorm_min(), 0.0f) << 2 << 2;
-    QTest::newRow("smallest normals") << filled(2 * Limits::min(), 0.0f) << 2 << 2;
     QTest::newRow("largest floats") << filled(Limits::max(), -Limits::max()) << 2 << 2;
-    QTest::newRow("no width") << filled(1.0f, 2.0f) << 0 << 4;
-    QTest::newRow("both sizes negative") << filled(1.0f, 2.0f) << -2 << -2;
-    QTest::newRow("wrapping to nothing") << filled(1.0f, 2.0f) << 65536 << 65536;
     QTest::newRow("wrapping to four") << filled(1.0f, 2.0f) << 4 << 1073741825;
 }
 
@@ -254,22 +241,15 @@ void TestOlvik3DViewerControl::hostileBuffersAreHarmless()
     QVERIFY(isNear(probe.colorAt(150, 100, 150), QColor(63, 0, 192), 4));
 }
 
-void TestOlvik3DViewerControl::nullBuffersWarnOnce()
+void TestOlvik3DViewerControl::badBuffersAreRefused()
 {
     Olvik3DViewerControl viewer("null", nullptr, nullptr);
     QTest::ignoreMessage(QtWarningMsg, "3D viewer: null buffers are ignored");
     for (int i = 0; i < 3; ++i)
         viewer.setBuffer(nullptr, 2, 2);
-}
 
-void TestOlvik3DViewerControl::badSizesThrowAndChangeNothing()
-{
-    Olvik3DViewerControl viewer("sizes", nullptr, nullptr);
-    QSignalSpy requests(viewIn(viewerWindow()), &Olvik3DViewerWidget::mRender);
-    std::vector<float> heights = ramp(4, 1);
-    QVERIFY_EXCEPTION_THROWN(viewer.setBuffer(heights.data(), -1, 4), std::bad_array_new_length);
-    viewer.setBuffer(heights.data(), 4, 1);
-    QTRY_COMPARE(requests.size(), 1);
+    float height = 1.0f;
+    QVERIFY_EXCEPTION_THROWN(viewer.setBuffer(&height, -1, 4), std::bad_array_new_length);
 }
 
 void TestOlvik3DViewerControl::closingTellsTheReceiverOnce()
@@ -284,8 +264,12 @@ void TestOlvik3DViewerControl::closingTellsTheReceiverOnce()
     QTRY_COMPARE(receiver.closed, QList<QByteArray>({"Höhen 高さ"}));
 
     viewerWindow()->close();
+    const QSignalSpy requests(viewIn(viewerWindow()), &Olvik3DViewerWidget::mRender);
+    std::vector<float> heights = ramp(50, 50);
+    viewer.setBuffer(heights.data(), 50, 50);
     QTest::qWait(50);
     QCOMPARE(receiver.closed.size(), 1);
+    QCOMPARE(requests.size(), 0);
 
     Olvik3DViewerControl silent("no receiver", nullptr, nullptr);
     silent.onDeleteViewer();
@@ -303,21 +287,6 @@ void TestOlvik3DViewerControl::theReceiverMayDeleteTheControl()
     viewerWindow()->close();
     QTRY_VERIFY(!viewer);
     QTRY_VERIFY(!viewerWindow());
-}
-
-void TestOlvik3DViewerControl::noBufferIsTakenAfterClosing()
-{
-    Receiver receiver;
-    Olvik3DViewerControl viewer("closed", nullptr, &receiver);
-    QSignalSpy requests(viewIn(viewerWindow()), &Olvik3DViewerWidget::mRender);
-    std::vector<float> heights = ramp(50, 50);
-    viewerWindow()->close();
-    viewer.setBuffer(heights.data(), 50, 50);
-    QTRY_COMPARE(receiver.closed.size(), 1);
-    viewer.setBuffer(heights.data(), 50, 50);
-    menuItem("Show Zero data")->trigger();
-    QTest::qWait(50);
-    QCOMPARE(requests.size(), 0);
 }
 
 void TestOlvik3DViewerControl::deletingAtAnyMoment_data()
@@ -392,6 +361,8 @@ void TestOlvik3DViewerControl::embeddedLeavesNothingBehind()
     auto *viewer = new Olvik3DViewerControl("guest", &host, nullptr);
     viewer->show();
     QVERIFY(viewIn(&host)->isVisible());
+    QVERIFY(!viewerWindow());
+    QVERIFY(host.findChildren<QMenuBar *>().isEmpty());
     QCOMPARE(viewer->isVisible(), true);
 
     delete viewer;
@@ -400,34 +371,6 @@ void TestOlvik3DViewerControl::embeddedLeavesNothingBehind()
     QCOMPARE(host.children().size(), children);
     QCOMPARE(host.layout() != nullptr, hasLayout);
     QCOMPARE(!hasLayout || host.layout()->count() == 1, true);
-}
-
-void TestOlvik3DViewerControl::embeddedShowsBuffersWithoutDecoration()
-{
-    QMainWindow host;
-    auto *panel = new QWidget;
-    host.setCentralWidget(panel);
-    Olvik3DViewerControl viewer("guest", panel, nullptr);
-    QSignalSpy requests(viewIn(panel), &Olvik3DViewerWidget::mRender);
-    std::vector<float> heights = ramp(20, 20);
-    viewer.setBuffer(heights.data(), 20, 20);
-    QTRY_COMPARE(requests.size(), 1);
-    QVERIFY(!viewerWindow());
-    QVERIFY(panel->findChildren<QMenuBar *>().isEmpty());
-    QVERIFY(panel->findChildren<QStatusBar *>().isEmpty());
-    viewer.hide();
-    QVERIFY(panel->isHidden());
-}
-
-void TestOlvik3DViewerControl::freshSettings()
-{
-    Olvik3DViewerControl viewer("fresh", nullptr, nullptr);
-    QCOMPARE(viewerWindow()->size(), QSize(640, 360));
-    QVERIFY(!viewer.isVisible());
-    for (const char *text : {"Auto", "Show Zero data", "Show Axes", "Dynamic"})
-        QVERIFY2(menuItem(text)->isChecked(), text);
-    for (const char *text : {"Gradient", "Fixed", "Bounding Box"})
-        QVERIFY2(!menuItem(text)->isChecked(), text);
 }
 
 void TestOlvik3DViewerControl::settingsSurviveARestart()
@@ -461,13 +404,6 @@ void TestOlvik3DViewerControl::settingsSurviveARestart()
     QCOMPARE(viewIn(viewerWindow())->getColorMode(), Auto);
 }
 
-void TestOlvik3DViewerControl::sizeIsRestoredOnlyWithAPosition()
-{
-    OlvikSettings::Instance()->setValue("3Dviewer/size", QSize(700, 500));
-    const Olvik3DViewerControl viewer("size", nullptr, nullptr);
-    QCOMPARE(viewerWindow()->size(), QSize(640, 360));
-}
-
 void TestOlvik3DViewerControl::anEmbeddedViewerKeepsTheOperatorsColoring()
 {
     const auto settings = OlvikSettings::Instance();
@@ -482,62 +418,18 @@ void TestOlvik3DViewerControl::anEmbeddedViewerKeepsTheOperatorsColoring()
     QCOMPARE(settings->value("3Dviewer/gradient_name").toString(), QString("Warm"));
 }
 
-void TestOlvik3DViewerControl::axesModes_data()
-{
-    QTest::addColumn<QVariant>("stored");
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<QString>("checked");
-    QTest::newRow("fixed") << QVariant(2) << 2 << "Fixed";
-    QTest::newRow("dynamic") << QVariant(1) << 1 << "Dynamic";
-    QTest::newRow("bounding box") << QVariant(3) << 3 << "Bounding Box";
-    QTest::newRow("unknown") << QVariant(4) << 4 << "";
-    QTest::newRow("not a number") << QVariant("none") << 0 << "";
-}
-
-void TestOlvik3DViewerControl::axesModes()
-{
-    QFETCH(QVariant, stored);
-    QFETCH(int, mode);
-    QFETCH(QString, checked);
-    OlvikSettings::Instance()->setValue("3Dviewer/FlyMode", stored);
-    const Olvik3DViewerControl viewer("modes", nullptr, nullptr);
-    QCOMPARE(static_cast<int>(viewIn(viewerWindow())->getAxesFly()), mode);
-    for (const char *text : {"Fixed", "Dynamic", "Bounding Box"})
-        QCOMPARE(menuItem(text)->isChecked(), text == checked);
-}
-
 void TestOlvik3DViewerControl::resetWindowCentresAndForgets()
 {
     OlvikSettings::Instance()->setValue("3Dviewer/position", QPoint(5, 6));
     OlvikSettings::Instance()->setValue("3Dviewer/size", QSize(700, 500));
-    Olvik3DViewerControl viewer("reset", nullptr, nullptr);
+    const Olvik3DViewerControl viewer("reset", nullptr, nullptr);
     QCOMPARE(viewerWindow()->size(), QSize(700, 500));
-
     menuItem("Reset Window")->trigger();
-
     const QRect screen = QGuiApplication::primaryScreen()->geometry();
     QCOMPARE(viewerWindow()->size(), QSize(640, 360));
     QCOMPARE(viewerWindow()->pos(),
         QPoint((screen.width() - 1) / 2 - 639 / 2, (screen.height() - 1) / 2 - 359 / 2));
     QVERIFY(!OlvikSettings::Instance()->contains("3Dviewer/position"));
-    QVERIFY(!OlvikSettings::Instance()->contains("3Dviewer/size"));
-}
-
-void TestOlvik3DViewerControl::statusTexts()
-{
-    Olvik3DViewerControl viewer("status", nullptr, nullptr);
-    const QSignalSpy points(&viewer, &Olvik3DViewerControl::pointPicked);
-    const QSignalSpy distances(&viewer, &Olvik3DViewerControl::distancePicked);
-    const auto *label = viewerWindow()->statusBar()->findChild<QLabel *>();
-    Olvik3DViewerWidget *view = viewIn(viewerWindow());
-
-    double point[] = {1.5, 2.0, 0.1234567};
-    Q_EMIT view->pointPicked(point);
-    QCOMPARE(label->text(), QString("Point picked X: 1.5 Y: 2 Z: 0.123457"));
-    Q_EMIT view->distancePicked(1234567.0);
-    QCOMPARE(label->text(), QString("Distance 1.23457e+06"));
-    QCOMPARE(points.size(), 1);
-    QCOMPARE(distances.size(), 1);
 }
 
 OLVIK_GUI_TEST_MAIN(TestOlvik3DViewerControl)

@@ -10,8 +10,6 @@ class TestOlvikProfileData : public QObject
 
 private Q_SLOTS:
     void copiesOutliveTheOriginalAndTheHostsBuffer();
-    void sizesAreTakenAsTheir32BitProduct_data();
-    void sizesAreTakenAsTheir32BitProduct();
     void negativeProductsThrowBeforeReading_data();
     void negativeProductsThrowBeforeReading();
 };
@@ -31,26 +29,6 @@ void TestOlvikProfileData::copiesOutliveTheOriginalAndTheHostsBuffer()
     QCOMPARE(copy.GetHeight(), 2);
     QCOMPARE(copy.GetRawPtr()[0], 1.0f);
     QCOMPARE(copy.GetRawPtr()[5], 6.0f);
-}
-
-void TestOlvikProfileData::sizesAreTakenAsTheir32BitProduct_data()
-{
-    QTest::addColumn<int>("width");
-    QTest::addColumn<int>("height");
-    QTest::newRow("nothing") << 0 << 7;
-    QTest::newRow("wraps to nothing") << 65536 << 65536;
-    QTest::newRow("wraps to one") << 65537 << -65535;
-}
-
-void TestOlvikProfileData::sizesAreTakenAsTheir32BitProduct()
-{
-    QFETCH(int, width);
-    QFETCH(int, height);
-    float height0 = 8.0f;
-    const OlvikProfileData data(width, height, &height0);
-    QVERIFY(data.GetRawPtr());
-    QCOMPARE(data.GetWidth(), width);
-    QCOMPARE(data.GetHeight(), height);
 }
 
 void TestOlvikProfileData::negativeProductsThrowBeforeReading_data()
