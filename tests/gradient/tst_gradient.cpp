@@ -103,8 +103,7 @@ private Q_SLOTS:
         const char *malformed = R"({"stops": [[1, 2], ["x", 5, 6, 1], [1, 1, 1, -1]]})";
         Gradient gradient = redToBlue();
         gradient.read(QJsonDocument::fromJson(malformed).object());
-        QCOMPARE(
-            gradient.stops(), (QGradientStops{{0.0, QColor(1, 2, 0)}, {1.0, QColor(0, 5, 6)}}));
+        QCOMPARE(gradient.stops(), (QGradientStops{{0, QColor(1, 2, 0)}, {1, QColor(0, 5, 6)}}));
         gradient.read({{"stops", 3}});
         QVERIFY(gradient.stops().isEmpty());
     }

@@ -105,162 +105,142 @@ class TestGradientTableWidget : public QObject
 private Q_SLOTS:
     void init() { QDir(filePath("")).removeRecursively(); }
 
-    void anEmptyFolderGivesTheBuiltIns();
-    void selectorsFollowEachOther();
-    void selectorsKeepTheirGradientWhenOneIsMade();
-    void builtInsAreNotDeleted();
-    void deletedGradientsLeaveTheFile();
-    void namesAreEditedInPlace();
-    void aSelectorOutlivesItsManager();
-    void withoutAFileTheBuiltInsStillWork();
-};
-
-void TestGradientTableWidget::anEmptyFolderGivesTheBuiltIns()
-{
-    GradientTableWidget manager("gradients", 5, 700, nullptr);
-    QCOMPARE(namesInFile(), QStringList({"Default", "Default Color"}));
-    QCOMPARE(manager.getCurrentName(), QString("Default"));
-    manager.setGradientByName("Default Color");
-    const std::shared_ptr<Gradient> gradient = manager.getCurrentGradient();
-    QCOMPARE(gradient->getMin(), 5.0);
-    QCOMPARE(gradient->getMax(), 700.0);
-    QCOMPARE(gradient->stops().size(), 4);
-    QCOMPARE(gradient->stops()[1].second, QColor(0, 255, 255));
-
-    for (const char *name : {"", "default color"}) {
-        manager.setGradientByName(name);
-        QCOMPARE(manager.getCurrentGradient()->getName(), QString("Default"));
-    }
-    const GradientTableWidget upperCase("mine.JSON", 0, 1, nullptr);
-    QVERIFY(QFile::exists(filePath("mine.JSON.json")));
-}
-
-void TestGradientTableWidget::selectorsFollowEachOther()
-{
-    GradientTableWidget manager("gradients", 0, 1, nullptr);
-    const std::unique_ptr<QComboBox> first(manager.getSelector());
-    const std::unique_ptr<QComboBox> second(manager.getSelector());
-    const QSignalSpy changes(&manager, &GradientTableWidget::currentGradientChanged);
-    first->setCurrentIndex(1);
-    QCOMPARE(second->currentText(), QString("Default Color"));
-    QCOMPARE(manager.getCurrentGradient()->getName(), QString("Default Color"));
-    QCOMPARE(changes.size(), 1);
-
-    manager.onComboIndexChanged(2);
-    QCOMPARE(first->currentIndex(), 1);
-    manager.onComboIndexChanged(-1);
-    QCOMPARE(second->currentIndex(), -1);
-    QCOMPARE(manager.getCurrentGradient()->getName(), QString("Default Color"));
-    QCOMPARE(changes.size(), 1);
-}
-
-void TestGradientTableWidget::selectorsKeepTheirGradientWhenOneIsMade()
-{
-    GradientTableWidget manager("gradients", 0, 50, nullptr);
-    watchModels(manager);
-    const std::unique_ptr<QComboBox> selector(manager.getSelector());
-    manager.setGradientByName("Default Color");
-    const std::shared_ptr<Gradient> current = manager.getCurrentGradient();
-
-    User user([](GradientBuilderDialog &dialog) { confirmAs(dialog, "Рельеф", "80"); });
-    manager.onNewClick();
-
-    QCOMPARE(user.told, QStringList());
-    QCOMPARE(namesInFile(), QStringList({"Default", "Default Color", "Рельеф"}));
-    QCOMPARE(selector->itemText(2), QString("Рельеф"));
-    QCOMPARE(selector->currentText(), QString("Default Color"));
-    QCOMPARE(manager.getCurrentName(), QString("Default Color"));
-    QCOMPARE(manager.getCurrentGradient(), current);
-    manager.setGradientByName("Рельеф");
-    QCOMPARE(manager.getCurrentGradient()->getMax(), 80.0);
-}
-
-void TestGradientTableWidget::builtInsAreNotDeleted()
-{
-    GradientTableWidget manager("gradients", 0, 50, nullptr);
-    manager.findChild<QTableView *>()->selectRow(1);
-    User user([](GradientBuilderDialog &) {});
-    QTest::ignoreMessage(QtDebugMsg, "\"Default Color\"");
-    manager.onDeleteClick();
-    QCOMPARE(user.told, QStringList({"Cannot delete|The Default gradient cannot be deleted"}));
-    QCOMPARE(namesInFile().size(), 2);
-}
-
-void TestGradientTableWidget::deletedGradientsLeaveTheFile()
-{
-    GradientTableWidget manager("gradients", 0, 50, nullptr);
-    watchModels(manager);
-    User user([](GradientBuilderDialog &dialog) { confirmAs(dialog, "Mine", "80"); });
-    manager.onNewClick();
-    manager.setGradientByName("Mine");
-    manager.findChild<QTableView *>()->selectRow(2);
-    QTest::ignoreMessage(QtDebugMsg, "\"Mine\"");
-    manager.onDeleteClick();
-    QCOMPARE(namesInFile(), QStringList({"Default", "Default Color"}));
-    // On screen until another one is chosen.
-    QCOMPARE(manager.getCurrentGradient()->getName(), QString("Mine"));
-    manager.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&manager));
-    manager.onNewClick();
-    QCOMPARE(manager.getCurrentName(), QString("Mine"));
-}
-
-void TestGradientTableWidget::namesAreEditedInPlace()
-{
-    GradientTableWidget manager("gradients", 0, 50, nullptr);
-    watchModels(manager);
-    manager.setGradientByName("Default Color");
-    manager.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&manager));
-    auto *table = manager.findChild<QTableView *>();
-    const auto rename = [&](const QString &name) {
-        table->setCurrentIndex(table->model()->index(1, 0));
-        QTest::keyClick(table, Qt::Key_F2);
-        auto *editor = table->findChild<QLineEdit *>();
-        editor->selectAll();
-        QTest::keyClicks(editor, name);
-        QTest::keyClick(editor, Qt::Key_Return);
-        QCoreApplication::processEvents();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    };
-
-    rename("Warm");
-    QCOMPARE(namesInFile(), QStringList({"Default", "Warm"}));
-    QCOMPARE(manager.getCurrentName(), QString("Warm"));
-
-    User user([](GradientBuilderDialog &) {});
-    rename("Default");
-    QCOMPARE(user.told, QStringList({"Error|Gradient name already exists."}));
-    QCOMPARE(namesInFile(), QStringList({"Default", "Warm"}));
-}
-
-void TestGradientTableWidget::aSelectorOutlivesItsManager()
-{
-    std::unique_ptr<QComboBox> selector;
+    void anEmptyFolderGivesTheBuiltIns()
     {
-        const GradientTableWidget manager("gradients", 0, 50, nullptr);
-        selector.reset(manager.getSelector());
+        GradientTableWidget manager("gradients", 5, 700, nullptr);
+        QCOMPARE(namesInFile(), QStringList({"Default", "Default Color"}));
+        QCOMPARE(manager.getCurrentName(), QString("Default"));
+        manager.setGradientByName("Default Color");
+        const std::shared_ptr<Gradient> gradient = manager.getCurrentGradient();
+        QCOMPARE(gradient->getMin(), 5.0);
+        QCOMPARE(gradient->getMax(), 700.0);
+        QCOMPARE(gradient->stops().size(), 4);
+        QCOMPARE(gradient->stops()[1].second, QColor(0, 255, 255));
+
+        for (const char *name : {"", "default color"}) {
+            manager.setGradientByName(name);
+            QCOMPARE(manager.getCurrentGradient()->getName(), QString("Default"));
+        }
+        const GradientTableWidget upperCase("mine.JSON", 0, 1, nullptr);
+        QVERIFY(QFile::exists(filePath("mine.JSON.json")));
     }
-    selector->setCurrentIndex(1);
-    QCOMPARE(selector->currentText(), QString("Default Color"));
-}
 
-void TestGradientTableWidget::withoutAFileTheBuiltInsStillWork()
-{
-    const QByteArray home = qgetenv("XDG_DATA_HOME");
-    const auto restore = qScopeGuard([&] { qputenv("XDG_DATA_HOME", home); });
-    qputenv("XDG_DATA_HOME", "/proc/nowhere");
-    QTest::ignoreMessage(QtWarningMsg, "Couldn't open save file.");
-    GradientTableWidget manager("gradients", 0, 50, nullptr);
-    QCOMPARE(manager.getCurrentName(), QString("Default"));
-    manager.setGradientByName("Default Color");
-    QCOMPARE(manager.getCurrentGradient()->getMax(), 50.0);
+    void selectorsFollowEachOther()
+    {
+        GradientTableWidget manager("gradients", 0, 1, nullptr);
+        const std::unique_ptr<QComboBox> first(manager.getSelector());
+        const std::unique_ptr<QComboBox> second(manager.getSelector());
+        const QSignalSpy changes(&manager, &GradientTableWidget::currentGradientChanged);
+        first->setCurrentIndex(1);
+        QCOMPARE(second->currentText(), QString("Default Color"));
+        QCOMPARE(manager.getCurrentGradient()->getName(), QString("Default Color"));
+        QCOMPARE(changes.size(), 1);
 
-    User user([](GradientBuilderDialog &dialog) { confirmAs(dialog, "Mine", "80"); });
-    QTest::ignoreMessage(QtWarningMsg, "Couldn't open save file.");
-    manager.onNewClick();
-    QCOMPARE(user.told, QStringList({"Error|The gradients could not be saved."}));
-}
+        manager.onComboIndexChanged(2);
+        QCOMPARE(first->currentIndex(), 1);
+        manager.onComboIndexChanged(-1);
+        QCOMPARE(second->currentIndex(), -1);
+        QCOMPARE(manager.getCurrentGradient()->getName(), QString("Default Color"));
+        QCOMPARE(changes.size(), 1);
+    }
+
+    void selectorsKeepTheirGradientWhenOneIsMade()
+    {
+        GradientTableWidget manager("gradients", 0, 50, nullptr);
+        watchModels(manager);
+        const std::unique_ptr<QComboBox> selector(manager.getSelector());
+        manager.setGradientByName("Default Color");
+        const std::shared_ptr<Gradient> current = manager.getCurrentGradient();
+
+        User user([](GradientBuilderDialog &dialog) { confirmAs(dialog, "Рельеф", "80"); });
+        manager.onNewClick();
+
+        QCOMPARE(user.told, QStringList());
+        QCOMPARE(namesInFile(), QStringList({"Default", "Default Color", "Рельеф"}));
+        QCOMPARE(selector->itemText(2), QString("Рельеф"));
+        QCOMPARE(selector->currentText(), QString("Default Color"));
+        QCOMPARE(manager.getCurrentName(), QString("Default Color"));
+        QCOMPARE(manager.getCurrentGradient(), current);
+        manager.setGradientByName("Рельеф");
+        QCOMPARE(manager.getCurrentGradient()->getMax(), 80.0);
+    }
+
+    void builtInsAreNotDeleted()
+    {
+        GradientTableWidget manager("gradients", 0, 50, nullptr);
+        manager.findChild<QTableView *>()->selectRow(1);
+        User user([](GradientBuilderDialog &) {});
+        QTest::ignoreMessage(QtDebugMsg, "\"Default Color\"");
+        manager.onDeleteClick();
+        QCOMPARE(user.told, QStringList({"Cannot delete|The Default gradient cannot be deleted"}));
+        QCOMPARE(namesInFile().size(), 2);
+    }
+
+    void deletedGradientsLeaveTheFile()
+    {
+        GradientTableWidget manager("gradients", 0, 50, nullptr);
+        watchModels(manager);
+        User user([](GradientBuilderDialog &dialog) { confirmAs(dialog, "Mine", "80"); });
+        manager.onNewClick();
+        manager.setGradientByName("Mine");
+        manager.findChild<QTableView *>()->selectRow(2);
+        QTest::ignoreMessage(QtDebugMsg, "\"Mine\"");
+        manager.onDeleteClick();
+        QCOMPARE(namesInFile(), QStringList({"Default", "Default Color"}));
+        // On screen until another one is chosen.
+        QCOMPARE(manager.getCurrentGradient()->getName(), QString("Mine"));
+        manager.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&manager));
+        manager.onNewClick();
+        QCOMPARE(manager.getCurrentName(), QString("Mine"));
+    }
+
+    void namesAreEditedInPlace()
+    {
+        GradientTableWidget manager("gradients", 0, 50, nullptr);
+        watchModels(manager);
+        manager.setGradientByName("Default Color");
+        manager.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&manager));
+        auto *table = manager.findChild<QTableView *>();
+        const auto rename = [&](const QString &name) {
+            table->setCurrentIndex(table->model()->index(1, 0));
+            QTest::keyClick(table, Qt::Key_F2);
+            auto *editor = table->findChild<QLineEdit *>();
+            editor->selectAll();
+            QTest::keyClicks(editor, name);
+            QTest::keyClick(editor, Qt::Key_Return);
+            QCoreApplication::processEvents();
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        };
+
+        rename("Warm");
+        QCOMPARE(namesInFile(), QStringList({"Default", "Warm"}));
+        QCOMPARE(manager.getCurrentName(), QString("Warm"));
+
+        User user([](GradientBuilderDialog &) {});
+        rename("Default");
+        QCOMPARE(user.told, QStringList({"Error|Gradient name already exists."}));
+        QCOMPARE(namesInFile(), QStringList({"Default", "Warm"}));
+    }
+
+    void withoutAFileTheBuiltInsStillWork()
+    {
+        const QByteArray home = qgetenv("XDG_DATA_HOME");
+        const auto restore = qScopeGuard([&] { qputenv("XDG_DATA_HOME", home); });
+        qputenv("XDG_DATA_HOME", "/proc/nowhere");
+        QTest::ignoreMessage(QtWarningMsg, "Couldn't open save file.");
+        GradientTableWidget manager("gradients", 0, 50, nullptr);
+        QCOMPARE(manager.getCurrentName(), QString("Default"));
+        manager.setGradientByName("Default Color");
+        QCOMPARE(manager.getCurrentGradient()->getMax(), 50.0);
+
+        User user([](GradientBuilderDialog &dialog) { confirmAs(dialog, "Mine", "80"); });
+        QTest::ignoreMessage(QtWarningMsg, "Couldn't open save file.");
+        manager.onNewClick();
+        QCOMPARE(user.told, QStringList({"Error|The gradients could not be saved."}));
+    }
+};
 
 OLVIK_GUI_TEST_MAIN(TestGradientTableWidget)
 #include "tst_gradienttablewidget.moc"

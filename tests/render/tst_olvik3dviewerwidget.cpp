@@ -59,322 +59,293 @@ class TestOlvik3DViewerWidget : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aSecondCloudIsDroppedUntilTheFirstIsDrawn();
-    void axesFollowASequenceOfClouds_data();
-    void axesFollowASequenceOfClouds();
-    void aFlatCloudClearsTheScreenAndKeepsTheAxes();
-    void onlyTheFirstCloudMovesTheCamera();
-    void colorsOfBothModes();
-    void gradientWithoutBoundsDrawsBlack();
-    void aCloudInFlightIsDrawnInTheModeOfTheMoment();
-    void theHostsCloudStaysTheHosts();
-    void scalesStartFromTheUnscaledCloud();
-    void scaleFactorsAreCorrected();
-    void switchingModesInstallsTheShaderOnce();
-    void aMovingCameraDrawsTheSameColors_data();
-    void aMovingCameraDrawsTheSameColors();
-    void loadedFilesAreShownWithinTheLastBounds();
-    void unreadableFilesShowNothing();
-};
-
-void TestOlvik3DViewerWidget::aSecondCloudIsDroppedUntilTheFirstIsDrawn()
-{
-    Olvik3DViewerWidget view;
-    const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
-    view.loadPolyData(ramp(3, 1), boundsOf(3, 1, 2), {0, 2});
-    view.loadPolyData(ramp(4, 1), boundsOf(4, 1, 3), {0, 3});
-    QCOMPARE(requests.size(), 1);
-    QCoreApplication::processEvents();
-    view.loadPolyData(ramp(5, 1), boundsOf(5, 1, 4), {0, 4});
-    QCOMPARE(requests.size(), 2);
-    QCOMPARE(lastRequest(requests).polyData->GetNumberOfPoints(), vtkIdType{5});
-
-    view.loadPolyData(nullptr, boundsOf(1, 1, 1), {0, 1});
-    QCOMPARE(requests.size(), 2);
-}
-
-void TestOlvik3DViewerWidget::axesFollowASequenceOfClouds_data()
-{
-    constexpr double inf = std::numeric_limits<double>::infinity();
-    QTest::addColumn<QVector<double>>("tops");
-    QTest::addColumn<int>("sensorHeight");
-    QTest::addColumn<double>("axisTop");
-    QTest::addColumn<double>("axisColumns");
-    // Each cloud of a sequence is one column wider than the one before, starting at 10.
-    QTest::newRow("first, negative") << QVector<double>{-100} << 0 << -120.0 << 10.0;
-    QTest::newRow("within the band") << QVector<double>{100, 80} << 0 << 100.0 << 10.0;
-    QTest::newRow("below the band") << QVector<double>{100, 70} << 0 << 84.0 << 11.0;
-    QTest::newRow("above the top") << QVector<double>{100, 101} << 0 << 121.2 << 11.0;
-    QTest::newRow("down and within again") << QVector<double>{100, 70, 80} << 0 << 84.0 << 11.0;
-    QTest::newRow("sensor height") << QVector<double>{100, 700} << 500 << 500.0 << 11.0;
-    QTest::newRow("recovers from infinity") << QVector<double>{inf, 100} << 0 << 120.0 << 11.0;
-}
-
-void TestOlvik3DViewerWidget::axesFollowASequenceOfClouds()
-{
-    QFETCH(QVector<double>, tops);
-    QFETCH(int, sensorHeight);
-    QFETCH(double, axisTop);
-    QFETCH(double, axisColumns);
-    Olvik3DViewerWidget view;
-    const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
-    view.setSensorHeight(sensorHeight);
-    view.setAxesScale(2.0f, 3.0f, 5.0f);
-    int columns = 10;
-    for (const double top : tops) {
-        view.loadPolyData(ramp(3, 1), boundsOf(columns++, 7, top), {0, 1});
+    void aSecondCloudIsDroppedUntilTheFirstIsDrawn()
+    {
+        Olvik3DViewerWidget view;
+        const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
+        view.loadPolyData(ramp(3, 1), boundsOf(3, 1, 2), {0, 2});
+        view.loadPolyData(ramp(4, 1), boundsOf(4, 1, 3), {0, 3});
+        QCOMPARE(requests.size(), 1);
         QCoreApplication::processEvents();
+        view.loadPolyData(ramp(5, 1), boundsOf(5, 1, 4), {0, 4});
+        QCOMPARE(requests.size(), 2);
+        QCOMPARE(lastRequest(requests).polyData->GetNumberOfPoints(), vtkIdType{5});
+
+        view.loadPolyData(nullptr, boundsOf(1, 1, 1), {0, 1});
+        QCOMPARE(requests.size(), 2);
     }
-    const RenderData request = lastRequest(requests);
-    QCOMPARE(request.zRange[1], axisTop);
-    QCOMPARE(request.xRange[1], axisColumns);
-    QCOMPARE(request.yRange[1], 7.0);
-    QCOMPARE(request.bounds[1], 2 * axisColumns);
-    QCOMPARE(request.bounds[3], 5 * 7.0);
-    QCOMPARE(request.bounds[5], 3 * axisTop);
-}
 
-void TestOlvik3DViewerWidget::aFlatCloudClearsTheScreenAndKeepsTheAxes()
-{
-    Olvik3DViewerWidget view;
-    view.resize(300, 300);
-    view.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&view));
-    const SceneProbe probe(view);
-    const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
-    view.loadPolyData(ramp(50, 50), boundsOf(50, 50, 49), {0, 49});
-    QTRY_VERIFY(view.getAxisVisibility());
-    view.showAxes(false);
-    QVERIFY(probe.litPixels() > 1000);
-
-    view.loadPolyData(ramp(50, 50), {0, 50, 0, 50, 7, 7}, {0, 0});
-    QTRY_COMPARE(probe.litPixels(), 0);
-    QCOMPARE(lastRequest(requests).zRange[1], 49.0);
-    view.showAxes(true);
-    QVERIFY(probe.litPixels() > 50);
-}
-
-void TestOlvik3DViewerWidget::onlyTheFirstCloudMovesTheCamera()
-{
-    Olvik3DViewerWidget view;
-    vtkCamera *camera = view.renderWindow()->GetRenderers()->GetFirstRenderer()->GetActiveCamera();
-    const double farAway = camera->GetDistance();
-    view.loadPolyData(ramp(500, 500), boundsOf(500, 500, 499), {0, 499});
-    QCoreApplication::processEvents();
-    const double framed = camera->GetDistance();
-    const double angle = camera->GetViewAngle();
-    QVERIFY(framed > 100 * farAway);
-
-    camera->Dolly(2.0);
-    view.loadPolyData(ramp(500, 500), boundsOf(500, 500, 499), {0, 499});
-    QCoreApplication::processEvents();
-    QCOMPARE(camera->GetDistance(), framed / 2.0);
-
-    for (int i = 0; i < 3; ++i)
-        view.resetCamera();
-    QCOMPARE(camera->GetViewAngle(), angle);
-}
-
-void TestOlvik3DViewerWidget::colorsOfBothModes()
-{
-    Olvik3DViewerWidget view;
-    view.resize(400, 400);
-    view.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&view));
-    SceneProbe probe(view);
-    const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
-    view.setGradient(blackToWhite(200));
-    QCOMPARE(requests.size(), 0);
-    view.loadPolyData(ramp(401, 401), boundsOf(401, 401, 400), {0, 400});
-    QTRY_VERIFY(view.getAxisVisibility());
-    view.showAxes(false);
-    probe.lookFromAbove(401, 401);
-    const QColor shaded(191, 0, 64);
-
-    QVERIFY(isNear(probe.colorAt(100, 200, 100), shaded));
-
-    for (int round = 0; round < 3; ++round) {
-        view.setColorMode(UserGradient);
-        view.setColorMode(UserGradient);
-        QTRY_VERIFY(isNear(probe.colorAt(100, 200, 100), QColor(127, 127, 127)));
-        QVERIFY(isNear(probe.colorAt(300, 200, 300), QColor(245, 66, 230)));
-        view.setColorMode(Auto);
-        QTRY_VERIFY(isNear(probe.colorAt(100, 200, 100), shaded));
+    void axesFollowASequenceOfClouds_data()
+    {
+        constexpr double inf = std::numeric_limits<double>::infinity();
+        QTest::addColumn<QVector<double>>("tops");
+        QTest::addColumn<int>("sensorHeight");
+        QTest::addColumn<double>("axisTop");
+        QTest::addColumn<double>("axisColumns");
+        // Each cloud of a sequence is one column wider than the one before, starting at 10.
+        QTest::newRow("first, negative") << QVector<double>{-100} << 0 << -120.0 << 10.0;
+        QTest::newRow("within the band") << QVector<double>{100, 80} << 0 << 100.0 << 10.0;
+        QTest::newRow("below the band") << QVector<double>{100, 70} << 0 << 84.0 << 11.0;
+        QTest::newRow("above the top") << QVector<double>{100, 101} << 0 << 121.2 << 11.0;
+        QTest::newRow("down and within again") << QVector<double>{100, 70, 80} << 0 << 84.0 << 11.0;
+        QTest::newRow("sensor height") << QVector<double>{100, 700} << 500 << 500.0 << 11.0;
+        QTest::newRow("recovers from infinity") << QVector<double>{inf, 100} << 0 << 120.0 << 11.0;
     }
-    QCOMPARE(requests.size(), 7);
-}
 
-void TestOlvik3DViewerWidget::gradientWithoutBoundsDrawsBlack()
-{
-    Olvik3DViewerWidget view;
-    const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
-    view.setColorMode(UserGradient);
-    view.setGradient(GradientFactory::BlackAndWhite());
-    view.loadPolyData(ramp(100, 1), boundsOf(100, 1, 99), {0, 99});
-    vtkDataArray *colors = lastRequest(requests).polyData->GetPointData()->GetArray("Colors");
-    QVERIFY(colors);
-    QCOMPARE(colors->GetNumberOfTuples(), vtkIdType{100});
-    QCOMPARE(colors->GetNumberOfComponents(), 3);
-    QCOMPARE(colors->GetMaxNorm(), 0.0);
-}
-
-void TestOlvik3DViewerWidget::aCloudInFlightIsDrawnInTheModeOfTheMoment()
-{
-    Olvik3DViewerWidget view;
-    view.resize(300, 300);
-    view.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&view));
-    SceneProbe probe(view);
-    view.setGradient(blackToWhite(200));
-    view.loadPolyData(ramp(101, 101), boundsOf(101, 101, 100), {0, 100});
-    view.setColorMode(UserGradient);
-    QTRY_VERIFY(view.getAxisVisibility());
-    view.showAxes(false);
-    probe.lookFromAbove(101, 101);
-    QVERIFY(isNear(probe.colorAt(50, 50, 50), QColor(63, 63, 63)));
-
-    view.setGradient(blackToWhite(100));
-    view.setGradient(blackToWhite(400));
-    QTRY_VERIFY(isNear(probe.colorAt(50, 50, 50), QColor(31, 31, 31)));
-}
-
-void TestOlvik3DViewerWidget::theHostsCloudStaysTheHosts()
-{
-    Olvik3DViewerWidget view;
-    const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
-    const vtkSmartPointer<vtkPolyData> cloud = ramp(3, 1);
-    view.loadPolyData(cloud, boundsOf(3, 1, 2), {0, 2});
-    QCoreApplication::processEvents();
-    cloud->GetPoints()->SetPoint(2, 90, 90, 90);
-    view.setAxesScale(2.0f, 1.0f, 1.0f);
-    double point[3];
-    lastRequest(requests).polyData->GetPoint(2, point);
-    QCOMPARE(point[0], 4.0);
-}
-
-void TestOlvik3DViewerWidget::scalesStartFromTheUnscaledCloud()
-{
-    Olvik3DViewerWidget view;
-    const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
-    view.loadPolyData(ramp(4, 3), boundsOf(4, 3, 3), {0, 3});
-    for (const float factor : {2.0f, 8.0f, 1.0f, 4.0f}) {
-        QCoreApplication::processEvents();
-        view.setAxesScale(factor, 10 * factor, 100 * factor);
-    }
-    double point[3];
-    lastRequest(requests).polyData->GetPoint(11, point);
-    QCOMPARE(point[0], 3 * 4.0);
-    QCOMPARE(point[1], 2 * 400.0);
-    QCOMPARE(point[2], 3 * 40.0);
-}
-
-void TestOlvik3DViewerWidget::scaleFactorsAreCorrected()
-{
-    Olvik3DViewerWidget view;
-    const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
-    view.loadPolyData(ramp(4, 3), boundsOf(4, 3, 3), {0, 3});
-    QCoreApplication::processEvents();
-    view.setAxesScale(0.0f, -2.0f, 3.0f);
-    QCOMPARE(view.getScale_x(), 1.0f);
-    QCOMPARE(view.getScale_y(), 1.0f);
-    QCOMPARE(view.getScale_z(), 3.0f);
-    QCoreApplication::processEvents();
-    view.setAxesScale(-0.0f, -2.0f, 3.000001f);
-    QCOMPARE(requests.size(), 2);
-}
-
-void TestOlvik3DViewerWidget::switchingModesInstallsTheShaderOnce()
-{
-    Olvik3DViewerWidget view;
-    vtkActorCollection *actors =
-        view.renderWindow()->GetRenderers()->GetFirstRenderer()->GetActors();
-    actors->InitTraversal();
-    vtkActor *cloud = actors->GetNextActor();
-    for (int round = 0; round < 3; ++round) {
-        QCOMPARE(cloud->GetShaderProperty()->GetNumberOfShaderReplacements(), 5);
-        QVERIFY(cloud->GetMapper()->HasObserver(vtkCommand::UpdateShaderEvent));
-        view.setmapper();
-        view.setColorMode(UserGradient);
-        QCOMPARE(cloud->GetShaderProperty()->GetNumberOfShaderReplacements(), 0);
-        QVERIFY(!cloud->GetMapper()->HasObserver(vtkCommand::UpdateShaderEvent));
-        view.setColorMode(Auto);
-    }
-}
-
-void TestOlvik3DViewerWidget::aMovingCameraDrawsTheSameColors_data()
-{
-    QTest::addColumn<ColorMode>("mode");
-    QTest::addColumn<QColor>("expected");
-    QTest::newRow("by height") << Auto << QColor(191, 0, 64);
-    QTest::newRow("by gradient") << UserGradient << QColor(127, 127, 127);
-}
-
-void TestOlvik3DViewerWidget::aMovingCameraDrawsTheSameColors()
-{
-    QFETCH(ColorMode, mode);
-    QFETCH(QColor, expected);
-    constexpr int size = 1001;
-    Olvik3DViewerWidget view;
-    view.resize(400, 400);
-    view.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&view));
-    view.setGradient(blackToWhite(500));
-    view.setColorMode(mode);
-    view.loadPolyData(ramp(size, size), boundsOf(size, size, size - 1), {0, size - 1});
-    QTRY_VERIFY(view.getAxisVisibility());
-    view.showAxes(false);
-    SceneProbe probe(view);
-    probe.lookFromAbove(size, size);
-    const int all = probe.litPixels();
-
-    QTest::mousePress(&view, Qt::LeftButton, Qt::NoModifier, QPoint(200, 200));
-    QTest::mouseMove(&view, QPoint(201, 200));
-    QVERIFY(isNear(probe.colorAt(250, 500, 250), expected));
-    QVERIFY(probe.litPixels() > all * 95 / 100);
-    QTest::mouseRelease(&view, Qt::LeftButton, Qt::NoModifier, QPoint(201, 200));
-    QTest::qWait(400);
-    QVERIFY(isNear(probe.colorAt(250, 500, 250), expected));
-}
-
-void TestOlvik3DViewerWidget::loadedFilesAreShownWithinTheLastBounds()
-{
-    QTemporaryFile file;
-    QVERIFY(file.open());
-    file.write("ply\nformat ascii 1.0\nelement vertex 2\nproperty float x\nproperty float y\n"
-               "property float z\nend_header\n1 2 3\n4 5 6\n");
-    file.close();
-    Olvik3DViewerWidget view;
-    const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
-    view.load(file.fileName());
-    QCoreApplication::processEvents();
-    QCOMPARE(lastRequest(requests).polyData->GetNumberOfPoints(), vtkIdType{0});
-
-    view.loadPolyData(ramp(9, 7), boundsOf(9, 7, 8), {0, 8});
-    for (const bool swap : {false, true, true}) {
-        QCoreApplication::processEvents();
-        view.load(file.fileName(), swap);
+    void axesFollowASequenceOfClouds()
+    {
+        QFETCH(QVector<double>, tops);
+        QFETCH(int, sensorHeight);
+        QFETCH(double, axisTop);
+        QFETCH(double, axisColumns);
+        Olvik3DViewerWidget view;
+        const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
+        view.setSensorHeight(sensorHeight);
+        view.setAxesScale(2.0f, 3.0f, 5.0f);
+        int columns = 10;
+        for (const double top : tops) {
+            view.loadPolyData(ramp(3, 1), boundsOf(columns++, 7, top), {0, 1});
+            QCoreApplication::processEvents();
+        }
         const RenderData request = lastRequest(requests);
-        QCOMPARE(request.xRange[1], 9.0);
-        double point[3];
-        request.polyData->GetPoint(1, point);
-        QCOMPARE(point[0], 4.0);
-        QCOMPARE(point[1], swap ? 6.0 : 5.0);
-        QCOMPARE(point[2], swap ? 5.0 : 6.0);
+        QCOMPARE(request.zRange[1], axisTop);
+        QCOMPARE(request.xRange[1], axisColumns);
+        QCOMPARE(request.yRange[1], 7.0);
+        QCOMPARE(request.bounds[1], 2 * axisColumns);
+        QCOMPARE(request.bounds[3], 5 * 7.0);
+        QCOMPARE(request.bounds[5], 3 * axisTop);
     }
-}
 
-void TestOlvik3DViewerWidget::unreadableFilesShowNothing()
-{
-    Olvik3DViewerWidget view;
-    const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
-    view.loadPolyData(ramp(9, 7), boundsOf(9, 7, 8), {0, 8});
-    for (const char *path : {"", "/nowhere/cloud.ply", "/proc/self/exe"}) {
-        QCoreApplication::processEvents();
-        view.load(path, true);
-        QCOMPARE(lastRequest(requests).polyData->GetNumberOfPoints(), vtkIdType{0});
+    void aFlatCloudClearsTheScreenAndKeepsTheAxes()
+    {
+        Olvik3DViewerWidget view;
+        view.resize(300, 300);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        const SceneProbe probe(view);
+        const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
+        view.loadPolyData(ramp(50, 50), boundsOf(50, 50, 49), {0, 49});
+        QTRY_VERIFY(view.getAxisVisibility());
+        view.showAxes(false);
+        QVERIFY(probe.litPixels() > 1000);
+
+        view.loadPolyData(ramp(50, 50), {0, 50, 0, 50, 7, 7}, {0, 0});
+        QTRY_COMPARE(probe.litPixels(), 0);
+        QCOMPARE(lastRequest(requests).zRange[1], 49.0);
+        view.showAxes(true);
+        QVERIFY(probe.litPixels() > 50);
     }
-    QCOMPARE(requests.size(), 4);
-}
+
+    void onlyTheFirstCloudMovesTheCamera()
+    {
+        Olvik3DViewerWidget view;
+        vtkCamera *camera =
+            view.renderWindow()->GetRenderers()->GetFirstRenderer()->GetActiveCamera();
+        const double farAway = camera->GetDistance();
+        view.loadPolyData(ramp(500, 500), boundsOf(500, 500, 499), {0, 499});
+        QCoreApplication::processEvents();
+        const double framed = camera->GetDistance();
+        const double angle = camera->GetViewAngle();
+        QVERIFY(framed > 100 * farAway);
+
+        camera->Dolly(2.0);
+        view.loadPolyData(ramp(500, 500), boundsOf(500, 500, 499), {0, 499});
+        QCoreApplication::processEvents();
+        QCOMPARE(camera->GetDistance(), framed / 2.0);
+
+        for (int i = 0; i < 3; ++i)
+            view.resetCamera();
+        QCOMPARE(camera->GetViewAngle(), angle);
+    }
+
+    void colorsOfBothModes()
+    {
+        Olvik3DViewerWidget view;
+        view.resize(400, 400);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        SceneProbe probe(view);
+        const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
+        view.setGradient(blackToWhite(200));
+        QCOMPARE(requests.size(), 0);
+        view.loadPolyData(ramp(401, 401), boundsOf(401, 401, 400), {0, 400});
+        QTRY_VERIFY(view.getAxisVisibility());
+        view.showAxes(false);
+        probe.lookFromAbove(401, 401);
+        const QColor shaded(191, 0, 64);
+
+        QVERIFY(isNear(probe.colorAt(100, 200, 100), shaded));
+
+        for (int round = 0; round < 3; ++round) {
+            view.setColorMode(UserGradient);
+            view.setColorMode(UserGradient);
+            QTRY_VERIFY(isNear(probe.colorAt(100, 200, 100), QColor(127, 127, 127)));
+            QVERIFY(isNear(probe.colorAt(300, 200, 300), QColor(245, 66, 230)));
+            view.setColorMode(Auto);
+            QTRY_VERIFY(isNear(probe.colorAt(100, 200, 100), shaded));
+        }
+        QCOMPARE(requests.size(), 7);
+    }
+
+    void gradientWithoutBoundsDrawsBlack()
+    {
+        Olvik3DViewerWidget view;
+        const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
+        view.setColorMode(UserGradient);
+        view.setGradient(GradientFactory::BlackAndWhite());
+        view.loadPolyData(ramp(100, 1), boundsOf(100, 1, 99), {0, 99});
+        vtkDataArray *colors = lastRequest(requests).polyData->GetPointData()->GetArray("Colors");
+        QVERIFY(colors);
+        QCOMPARE(colors->GetNumberOfTuples(), vtkIdType{100});
+        QCOMPARE(colors->GetNumberOfComponents(), 3);
+        QCOMPARE(colors->GetMaxNorm(), 0.0);
+    }
+
+    void aCloudInFlightIsDrawnInTheModeOfTheMoment()
+    {
+        Olvik3DViewerWidget view;
+        view.resize(300, 300);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        SceneProbe probe(view);
+        view.setGradient(blackToWhite(200));
+        view.loadPolyData(ramp(101, 101), boundsOf(101, 101, 100), {0, 100});
+        view.setColorMode(UserGradient);
+        QTRY_VERIFY(view.getAxisVisibility());
+        view.showAxes(false);
+        probe.lookFromAbove(101, 101);
+        QVERIFY(isNear(probe.colorAt(50, 50, 50), QColor(63, 63, 63)));
+
+        view.setGradient(blackToWhite(100));
+        view.setGradient(blackToWhite(400));
+        QTRY_VERIFY(isNear(probe.colorAt(50, 50, 50), QColor(31, 31, 31)));
+    }
+
+    void theHostsCloudStaysTheHosts()
+    {
+        Olvik3DViewerWidget view;
+        const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
+        const vtkSmartPointer<vtkPolyData> cloud = ramp(3, 1);
+        view.loadPolyData(cloud, boundsOf(3, 1, 2), {0, 2});
+        QCoreApplication::processEvents();
+        cloud->GetPoints()->SetPoint(2, 90, 90, 90);
+        view.setAxesScale(2.0f, 1.0f, 1.0f);
+        double point[3];
+        lastRequest(requests).polyData->GetPoint(2, point);
+        QCOMPARE(point[0], 4.0);
+    }
+
+    void scalesStartFromTheUnscaledCloud()
+    {
+        Olvik3DViewerWidget view;
+        const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
+        view.loadPolyData(ramp(4, 3), boundsOf(4, 3, 3), {0, 3});
+        for (const float factor : {2.0f, 8.0f, 1.0f, 4.0f}) {
+            QCoreApplication::processEvents();
+            view.setAxesScale(factor, 10 * factor, 100 * factor);
+        }
+        view.setAxesScale(4.000001f, 40.0f, 400.0f);
+        QCOMPARE(requests.size(), 5);
+        double point[3];
+        lastRequest(requests).polyData->GetPoint(11, point);
+        QCOMPARE(point[0], 3 * 4.0);
+        QCOMPARE(point[1], 2 * 400.0);
+        QCOMPARE(point[2], 3 * 40.0);
+    }
+
+    void switchingModesInstallsTheShaderOnce()
+    {
+        Olvik3DViewerWidget view;
+        vtkActorCollection *actors =
+            view.renderWindow()->GetRenderers()->GetFirstRenderer()->GetActors();
+        actors->InitTraversal();
+        vtkActor *cloud = actors->GetNextActor();
+        for (int round = 0; round < 3; ++round) {
+            QCOMPARE(cloud->GetShaderProperty()->GetNumberOfShaderReplacements(), 5);
+            QVERIFY(cloud->GetMapper()->HasObserver(vtkCommand::UpdateShaderEvent));
+            view.setmapper();
+            view.setColorMode(UserGradient);
+            QCOMPARE(cloud->GetShaderProperty()->GetNumberOfShaderReplacements(), 0);
+            QVERIFY(!cloud->GetMapper()->HasObserver(vtkCommand::UpdateShaderEvent));
+            view.setColorMode(Auto);
+        }
+    }
+
+    void aMovingCameraDrawsTheSameColors_data()
+    {
+        QTest::addColumn<ColorMode>("mode");
+        QTest::addColumn<QColor>("expected");
+        QTest::newRow("by height") << Auto << QColor(191, 0, 64);
+        QTest::newRow("by gradient") << UserGradient << QColor(127, 127, 127);
+    }
+
+    void aMovingCameraDrawsTheSameColors()
+    {
+        QFETCH(ColorMode, mode);
+        QFETCH(QColor, expected);
+        constexpr int size = 1001;
+        Olvik3DViewerWidget view;
+        view.resize(400, 400);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        view.setGradient(blackToWhite(500));
+        view.setColorMode(mode);
+        view.loadPolyData(ramp(size, size), boundsOf(size, size, size - 1), {0, size - 1});
+        QTRY_VERIFY(view.getAxisVisibility());
+        view.showAxes(false);
+        SceneProbe probe(view);
+        probe.lookFromAbove(size, size);
+        const int all = probe.litPixels();
+
+        QTest::mousePress(&view, Qt::LeftButton, Qt::NoModifier, QPoint(200, 200));
+        QTest::mouseMove(&view, QPoint(201, 200));
+        QVERIFY(isNear(probe.colorAt(250, 500, 250), expected));
+        QVERIFY(probe.litPixels() > all * 95 / 100);
+        QTest::mouseRelease(&view, Qt::LeftButton, Qt::NoModifier, QPoint(201, 200));
+        QTest::qWait(400);
+        QVERIFY(isNear(probe.colorAt(250, 500, 250), expected));
+    }
+
+    void loadedFilesAreShownWithinTheLastBounds()
+    {
+        QTemporaryFile file;
+        QVERIFY(file.open());
+        file.write("ply\nformat ascii 1.0\nelement vertex 2\nproperty float x\nproperty float y\n"
+                   "property float z\nend_header\n1 2 3\n4 5 6\n");
+        file.close();
+        Olvik3DViewerWidget view;
+        const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
+        view.load(file.fileName());
+        QCoreApplication::processEvents();
+        QCOMPARE(lastRequest(requests).polyData->GetNumberOfPoints(), vtkIdType{0});
+
+        view.loadPolyData(ramp(9, 7), boundsOf(9, 7, 8), {0, 8});
+        for (const bool swap : {false, true, true}) {
+            QCoreApplication::processEvents();
+            view.load(file.fileName(), swap);
+            const RenderData request = lastRequest(requests);
+            QCOMPARE(request.xRange[1], 9.0);
+            double point[3];
+            request.polyData->GetPoint(1, point);
+            QCOMPARE(point[0], 4.0);
+            QCOMPARE(point[1], swap ? 6.0 : 5.0);
+            QCOMPARE(point[2], swap ? 5.0 : 6.0);
+        }
+    }
+
+    void unreadableFilesShowNothing()
+    {
+        Olvik3DViewerWidget view;
+        const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
+        view.loadPolyData(ramp(9, 7), boundsOf(9, 7, 8), {0, 8});
+        for (const char *path : {"", "/nowhere/cloud.ply", "/proc/self/exe"}) {
+            QCoreApplication::processEvents();
+            view.load(path, true);
+            QCOMPARE(lastRequest(requests).polyData->GetNumberOfPoints(), vtkIdType{0});
+        }
+        QCOMPARE(requests.size(), 4);
+    }
+};
 
 OLVIK_GUI_TEST_MAIN(TestOlvik3DViewerWidget)
 #include "tst_olvik3dviewerwidget.moc"

@@ -2,6 +2,7 @@
 
 #include <QtTest>
 
+#include <QDataStream>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -17,7 +18,8 @@ int printStored(const QString &key)
     QFile out;
     if (!out.open(stdout, QIODevice::WriteOnly))
         return EXIT_FAILURE;
-    QDataStream(&out) << OlvikSettings::Instance()->value(key);
+    QDataStream stream(&out);
+    stream << OlvikSettings::Instance()->value(key);
     return EXIT_SUCCESS;
 }
 
@@ -27,7 +29,8 @@ QVariant storedOnDisk(const QString &key)
     reader.start(QCoreApplication::applicationFilePath(), {readOption, key});
     reader.waitForFinished();
     QVariant value;
-    QDataStream(reader.readAllStandardOutput()) >> value;
+    QDataStream stream(reader.readAllStandardOutput());
+    stream >> value;
     return value;
 }
 

@@ -7,44 +7,41 @@ class TestOpenGLRefusal : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void oldOpenGLEndsTheProcessAfterAMessage_data();
-    void oldOpenGLEndsTheProcessAfterAMessage();
+    void oldOpenGLEndsTheProcessAfterAMessage_data()
+    {
+        QTest::addColumn<QString>("version");
+        QTest::addColumn<bool>("isRefused");
+        QTest::newRow("2.1") << "2.1" << true;
+        QTest::newRow("3.1") << "3.1" << true;
+        QTest::newRow("3.2") << "3.2" << false;
+    }
+
+    void oldOpenGLEndsTheProcessAfterAMessage()
+    {
+        QFETCH(QString, version);
+        QFETCH(bool, isRefused);
+        QProcess host;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("MESA_GL_VERSION_OVERRIDE", version);
+        environment.insert("QT_LOGGING_RULES", "default.debug=false");
+        environment.insert("XDG_DATA_HOME", folder.path());
+        environment.insert("XDG_CONFIG_HOME", folder.path());
+        host.setProcessEnvironment(environment);
+        host.start(REFUSED_VIEWER, QStringList());
+        QVERIFY(host.waitForFinished(30000));
+
+        QCOMPARE(host.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(host.exitCode(), isRefused ? 255 : 0);
+        const QByteArray message = "Bad OpenGl|No suitable OpenGL version was found!\n"
+                                   "Version 3.2 or grater is required\n"
+                                   "Please Upgrade the GPU drivers|1\n";
+        QCOMPARE(host.readAllStandardOutput(), isRefused ? message : QByteArray());
+        QCOMPARE(host.readAllStandardError(), QByteArray());
+    }
 
 private:
     QTemporaryDir folder;
 };
-
-void TestOpenGLRefusal::oldOpenGLEndsTheProcessAfterAMessage_data()
-{
-    QTest::addColumn<QString>("version");
-    QTest::addColumn<bool>("isRefused");
-    QTest::newRow("2.1") << "2.1" << true;
-    QTest::newRow("3.1") << "3.1" << true;
-    QTest::newRow("3.2") << "3.2" << false;
-}
-
-void TestOpenGLRefusal::oldOpenGLEndsTheProcessAfterAMessage()
-{
-    QFETCH(QString, version);
-    QFETCH(bool, isRefused);
-    QProcess host;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("MESA_GL_VERSION_OVERRIDE", version);
-    environment.insert("QT_LOGGING_RULES", "default.debug=false");
-    environment.insert("XDG_DATA_HOME", folder.path());
-    environment.insert("XDG_CONFIG_HOME", folder.path());
-    host.setProcessEnvironment(environment);
-    host.start(REFUSED_VIEWER, QStringList());
-    QVERIFY(host.waitForFinished(30000));
-
-    QCOMPARE(host.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(host.exitCode(), isRefused ? 255 : 0);
-    const QByteArray message = "Bad OpenGl|No suitable OpenGL version was found!\n"
-                               "Version 3.2 or grater is required\n"
-                               "Please Upgrade the GPU drivers|1\n";
-    QCOMPARE(host.readAllStandardOutput(), isRefused ? message : QByteArray());
-    QCOMPARE(host.readAllStandardError(), QByteArray());
-}
 
 QTEST_GUILESS_MAIN(TestOpenGLRefusal)
 #include "tst_openglrefusal.moc"

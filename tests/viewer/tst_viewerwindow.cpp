@@ -79,19 +79,186 @@ class TestViewerWindow : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init()
+    {
+        viewer = std::make_unique<Olvik3DViewerControl>("window", nullptr, nullptr);
+        view = viewIn(viewerWindow());
+        viewer->show();
+        QVERIFY(QTest::qWaitForWindowExposed(viewerWindow()));
+    }
 
-    void menus();
-    void axesScaleIsAskedFor_data();
-    void axesScaleIsAskedFor();
-    void savingWritesTheWholeGrid();
-    void failedSavesAreTold_data();
-    void failedSavesAreTold();
-    void clicksPickAndDragsRotate();
-    void ctrlClicksMeasureUntilEscape();
-    void theGradientBarRecoloursTheCloud();
-    void theGradientSurvivesARestart();
+    void cleanup()
+    {
+        viewer.reset();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    void menus()
+    {
+        QStringList bar;
+        for (const QAction *action : viewerWindow()->menuBar()->actions())
+            bar += action->text();
+        QCOMPARE(bar, QStringList({"File", "View"}));
+        QCOMPARE(textsOf(*viewerWindow()->menuBar()->actions()[0]->menu()), QStringList({"Save"}));
+        QCOMPARE(textsOf(*viewerWindow()->menuBar()->actions()[1]->menu()),
+            QStringList({"[Color Mode]", "Auto", "Gradient", "-", "Show Zero data", "Show Axes",
+                "Set axes scale", "-", "Reset Zoom", "Reset Window", "-", "Axes Mode >"}));
+        const QMenu *axesMode =
+            viewerWindow()->menuBar()->actions()[1]->menu()->actions().last()->menu();
+        QCOMPARE(textsOf(*axesMode), QStringList({"Fixed", "Dynamic", "Bounding Box"}));
+    }
+
+    void axesScaleIsAskedFor_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<float>("factor");
+        QTest::newRow("point") << "1.5" << 1.5f;
+        QTest::newRow("comma") << "1,5" << 1.5f;
+        QTest::newRow("sign and letters are refused") << "-3e" << 3.0f;
+        QTest::newRow("nothing") << "" << 1.0f;
+    }
+
+    void axesScaleIsAskedFor()
+    {
+        QFETCH(QString, typed);
+        QFETCH(float, factor);
+        view->setAxesScale(4.0f, 0.25f, 1234567.0f);
+        menuItem("Set axes scale")->trigger();
+        QPointer<CloudScaleDailog> dialog =
+            qobject_cast<CloudScaleDailog *>(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        const QList<QLineEdit *> edits = dialog->findChildren<QLineEdit *>();
+        QCOMPARE(edits[0]->text(), QString("4"));
+        QCOMPARE(edits[1]->text(), QString("0.25"));
+        QCOMPARE(edits[2]->text(), QString("1.23457e+06"));
+        edits[2]->setText("2");
+        edits[1]->clear();
+        QTest::keyClicks(edits[1], typed);
+        QPushButton *ok = dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
+        QTest::mouseClick(ok, Qt::LeftButton);
+        QCOMPARE(view->getScale_x(), 4.0f);
+        QCOMPARE(view->getScale_y(), factor);
+        QCOMPARE(view->getScale_z(), 2.0f);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!dialog);
+    }
+
+    void savingWritesTheWholeGrid()
+    {
+        feed({0, 1.5f, 2, 3, 0, 5}, 3);
+        menuItem("Show Zero data")->trigger();
+        Operator user(folder.filePath("höhe.ply"));
+        menuItem("Save")->trigger();
+        QCOMPARE(user.told, QStringList());
+
+        QFile file(folder.filePath("höhe.ply"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray text = file.readAll();
+        QVERIFY(text.startsWith("ply\nformat ascii 1.0\n"));
+        QVERIFY(text.contains("element vertex 6\n"));
+        QVERIFY(text.contains("end_header\n0 0 0 \n1 0 1.5 \n2 0 2 \n0 1 3 \n1 1 0 \n2 1 5 \n"));
+        menuItem("Show Zero data")->trigger();
+    }
+
+    void failedSavesAreTold_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::newRow("missing folder") << folder.filePath("none/cloud.ply");
+        QTest::newRow("full disk") << "/dev/full";
+        QTest::newRow("cancelled") << "";
+    }
+
+    void failedSavesAreTold()
+    {
+        QFETCH(QString, file);
+        feed(ramp(100, 100), 100);
+        Operator user(file);
+        menuItem("Save")->trigger();
+        QCOMPARE(user.told,
+            QStringList({"Error Saving File|Unable to save file " + file
+                + " , please check folder permisions"}));
+    }
+
+    void clicksPickAndDragsRotate()
+    {
+        std::vector<float> heights = ramp(200, 200);
+        // Where the sensor saw nothing; must neither be picked nor hide the others.
+        std::fill_n(heights.begin(), 5000, std::nanf(""));
+        feed(heights, 200);
+        view->setAxesScale(1.0f, 0.1f, 1.0f);
+        QCoreApplication::processEvents();
+        const QSignalSpy points(viewer.get(), &Olvik3DViewerControl::pointPicked);
+        QString picked;
+        connect(viewer.get(), &Olvik3DViewerControl::pointPicked, this, [&](double *point) {
+            picked = QString("%1 %2 %3").arg(point[0]).arg(point[1]).arg(point[2]);
+        });
+        SceneProbe probe(*view);
+        probe.lookFromAbove(200, 200);
+
+        QTest::mouseClick(view, Qt::LeftButton, Qt::NoModifier, probe.pixelOf(50, 120, 5));
+        QCOMPARE(picked, QString("50 120 5"));
+        QCOMPARE(viewerWindow()->statusBar()->findChild<QLabel *>()->text(),
+            QString("Point picked X: 50 Y: 120 Z: 5"));
+
+        const QPoint before = probe.pixelOf(50, 120, 5);
+        QTest::mousePress(view, Qt::LeftButton, Qt::NoModifier, centre());
+        QTest::mouseMove(view, centre() + QPoint(0, 40));
+        QTest::qWait(200);
+        QTest::mouseRelease(view, Qt::LeftButton, Qt::NoModifier, centre() + QPoint(0, 40));
+        QCOMPARE(points.size(), 1);
+        QVERIFY(probe.pixelOf(50, 120, 5) != before);
+    }
+
+    void ctrlClicksMeasureUntilEscape()
+    {
+        feed(ramp(200, 200), 200);
+        view->showAxes(false);
+        SceneProbe probe(*view);
+        probe.lookFromAbove(200, 200);
+        const int withoutMark = probe.litPixels();
+        const QSignalSpy distances(viewer.get(), &Olvik3DViewerControl::distancePicked);
+
+        QTest::keyPress(view, Qt::Key_Control, Qt::ControlModifier);
+        for (const int column : {20, 60})
+            QTest::mouseClick(
+                view, Qt::LeftButton, Qt::ControlModifier, probe.pixelOf(column, 100, column));
+        QTest::keyRelease(view, Qt::Key_Control);
+        QCOMPARE(distances.size(), 1);
+        const double distance = distances[0][0].toDouble();
+        // Give or take one column at each end.
+        QVERIFY(qAbs(distance - 40 * std::sqrt(2.0)) < 3);
+        QCOMPARE(viewerWindow()->statusBar()->findChild<QLabel *>()->text(),
+            QString("Distance %1").arg(distance));
+        QVERIFY(probe.litPixels() != withoutMark);
+
+        QTest::keyClick(view, Qt::Key_Escape);
+        QCOMPARE(probe.litPixels(), withoutMark);
+    }
+
+    void theGradientBarRecoloursTheCloud()
+    {
+        std::vector<float> heights = ramp(200, 200);
+        std::transform(
+            heights.begin(), heights.end(), heights.begin(), [](float h) { return 4 * h; });
+        feed(heights, 200);
+        view->showAxes(false);
+        SceneProbe probe(*view);
+        probe.lookFromAbove(200, 200);
+        auto *selector = viewerWindow()->findChild<QComboBox *>();
+        QVERIFY(!selector->isVisible());
+
+        menuItem("Gradient")->trigger();
+        QVERIFY(selector->isVisible());
+        QCOMPARE(selector->currentText(), QString("Default"));
+        QTRY_VERIFY(isNear(probe.colorAt(125, 100, 500), QColor(127, 127, 127)));
+        QTest::keyClick(selector, Qt::Key_Down);
+        QTRY_VERIFY(isNear(probe.colorAt(1, 100, 4), QColor(0, 3, 136), 5));
+        selector->setCurrentIndex(0);
+        selector->setCurrentIndex(1);
+        QTRY_VERIFY(isNear(probe.colorAt(1, 100, 4), QColor(0, 3, 136), 5));
+        menuItem("Auto")->trigger();
+        QVERIFY(!selector->isVisible());
+    }
 
 private:
     void feed(std::vector<float> heights, int width);
@@ -102,203 +269,12 @@ private:
     QTemporaryDir folder;
 };
 
-void TestViewerWindow::init()
-{
-    viewer = std::make_unique<Olvik3DViewerControl>("window", nullptr, nullptr);
-    view = viewIn(viewerWindow());
-    viewer->show();
-    QVERIFY(QTest::qWaitForWindowExposed(viewerWindow()));
-}
-
-void TestViewerWindow::cleanup()
-{
-    viewer.reset();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
 void TestViewerWindow::feed(std::vector<float> heights, int width)
 {
     const QSignalSpy requests(view, &Olvik3DViewerWidget::mRender);
     viewer->setBuffer(heights.data(), width, static_cast<int>(heights.size()) / width);
     QTRY_COMPARE(requests.size(), 1);
     QTRY_VERIFY(view->getAxisVisibility());
-}
-
-void TestViewerWindow::menus()
-{
-    QStringList bar;
-    for (const QAction *action : viewerWindow()->menuBar()->actions())
-        bar += action->text();
-    QCOMPARE(bar, QStringList({"File", "View"}));
-    QCOMPARE(textsOf(*viewerWindow()->menuBar()->actions()[0]->menu()), QStringList({"Save"}));
-    QCOMPARE(textsOf(*viewerWindow()->menuBar()->actions()[1]->menu()),
-        QStringList({"[Color Mode]", "Auto", "Gradient", "-", "Show Zero data", "Show Axes",
-            "Set axes scale", "-", "Reset Zoom", "Reset Window", "-", "Axes Mode >"}));
-    const QMenu *axesMode =
-        viewerWindow()->menuBar()->actions()[1]->menu()->actions().last()->menu();
-    QCOMPARE(textsOf(*axesMode), QStringList({"Fixed", "Dynamic", "Bounding Box"}));
-}
-
-void TestViewerWindow::axesScaleIsAskedFor_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<float>("factor");
-    QTest::newRow("point") << "1.5" << 1.5f;
-    QTest::newRow("comma") << "1,5" << 1.5f;
-    QTest::newRow("sign and letters are refused") << "-3e" << 3.0f;
-    QTest::newRow("nothing") << "" << 1.0f;
-}
-
-void TestViewerWindow::axesScaleIsAskedFor()
-{
-    QFETCH(QString, typed);
-    QFETCH(float, factor);
-    view->setAxesScale(4.0f, 0.25f, 1234567.0f);
-    menuItem("Set axes scale")->trigger();
-    QPointer<CloudScaleDailog> dialog =
-        qobject_cast<CloudScaleDailog *>(QApplication::activeModalWidget());
-    QVERIFY(dialog);
-    const QList<QLineEdit *> edits = dialog->findChildren<QLineEdit *>();
-    QCOMPARE(edits[0]->text(), QString("4"));
-    QCOMPARE(edits[1]->text(), QString("0.25"));
-    QCOMPARE(edits[2]->text(), QString("1.23457e+06"));
-    edits[2]->setText("2");
-    edits[1]->clear();
-    QTest::keyClicks(edits[1], typed);
-    QPushButton *ok = dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
-    QTest::mouseClick(ok, Qt::LeftButton);
-    QCOMPARE(view->getScale_x(), 4.0f);
-    QCOMPARE(view->getScale_y(), factor);
-    QCOMPARE(view->getScale_z(), 2.0f);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(!dialog);
-}
-
-void TestViewerWindow::savingWritesTheWholeGrid()
-{
-    feed({0, 1.5f, 2, 3, 0, 5}, 3);
-    menuItem("Show Zero data")->trigger();
-    Operator user(folder.filePath("höhe.ply"));
-    menuItem("Save")->trigger();
-    QCOMPARE(user.told, QStringList());
-
-    QFile file(folder.filePath("höhe.ply"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArray text = file.readAll();
-    QVERIFY(text.startsWith("ply\nformat ascii 1.0\n"));
-    QVERIFY(text.contains("element vertex 6\n"));
-    QVERIFY(text.contains("end_header\n0 0 0 \n1 0 1.5 \n2 0 2 \n0 1 3 \n1 1 0 \n2 1 5 \n"));
-    menuItem("Show Zero data")->trigger();
-}
-
-void TestViewerWindow::failedSavesAreTold_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::newRow("missing folder") << folder.filePath("none/cloud.ply");
-    QTest::newRow("full disk") << "/dev/full";
-    QTest::newRow("cancelled") << "";
-}
-
-void TestViewerWindow::failedSavesAreTold()
-{
-    QFETCH(QString, file);
-    feed(ramp(100, 100), 100);
-    Operator user(file);
-    menuItem("Save")->trigger();
-    QCOMPARE(user.told,
-        QStringList({"Error Saving File|Unable to save file " + file
-            + " , please check folder permisions"}));
-}
-
-void TestViewerWindow::clicksPickAndDragsRotate()
-{
-    std::vector<float> heights = ramp(200, 200);
-    // Where the sensor saw nothing; must neither be picked nor hide the others.
-    std::fill_n(heights.begin(), 5000, std::nanf(""));
-    feed(heights, 200);
-    view->setAxesScale(1.0f, 0.1f, 1.0f);
-    QCoreApplication::processEvents();
-    const QSignalSpy points(viewer.get(), &Olvik3DViewerControl::pointPicked);
-    QString picked;
-    connect(viewer.get(), &Olvik3DViewerControl::pointPicked, this, [&](double *point) {
-        picked = QString("%1 %2 %3").arg(point[0]).arg(point[1]).arg(point[2]);
-    });
-    SceneProbe probe(*view);
-    probe.lookFromAbove(200, 200);
-
-    QTest::mouseClick(view, Qt::LeftButton, Qt::NoModifier, probe.pixelOf(50, 120, 5));
-    QCOMPARE(picked, QString("50 120 5"));
-    QCOMPARE(viewerWindow()->statusBar()->findChild<QLabel *>()->text(),
-        QString("Point picked X: 50 Y: 120 Z: 5"));
-
-    const QPoint before = probe.pixelOf(50, 120, 5);
-    QTest::mousePress(view, Qt::LeftButton, Qt::NoModifier, centre());
-    QTest::mouseMove(view, centre() + QPoint(0, 40));
-    QTest::qWait(200);
-    QTest::mouseRelease(view, Qt::LeftButton, Qt::NoModifier, centre() + QPoint(0, 40));
-    QCOMPARE(points.size(), 1);
-    QVERIFY(probe.pixelOf(50, 120, 5) != before);
-}
-
-void TestViewerWindow::ctrlClicksMeasureUntilEscape()
-{
-    feed(ramp(200, 200), 200);
-    view->showAxes(false);
-    SceneProbe probe(*view);
-    probe.lookFromAbove(200, 200);
-    const int withoutMark = probe.litPixels();
-    const QSignalSpy distances(viewer.get(), &Olvik3DViewerControl::distancePicked);
-
-    QTest::keyPress(view, Qt::Key_Control, Qt::ControlModifier);
-    for (const int column : {20, 60})
-        QTest::mouseClick(
-            view, Qt::LeftButton, Qt::ControlModifier, probe.pixelOf(column, 100, column));
-    QTest::keyRelease(view, Qt::Key_Control);
-    QCOMPARE(distances.size(), 1);
-    const double distance = distances[0][0].toDouble();
-    // Give or take one column at each end.
-    QVERIFY(qAbs(distance - 40 * std::sqrt(2.0)) < 3);
-    QCOMPARE(viewerWindow()->statusBar()->findChild<QLabel *>()->text(),
-        QString("Distance %1").arg(distance));
-    QVERIFY(probe.litPixels() != withoutMark);
-
-    QTest::keyClick(view, Qt::Key_Escape);
-    QCOMPARE(probe.litPixels(), withoutMark);
-}
-
-void TestViewerWindow::theGradientBarRecoloursTheCloud()
-{
-    std::vector<float> heights = ramp(200, 200);
-    std::transform(heights.begin(), heights.end(), heights.begin(), [](float h) { return 4 * h; });
-    feed(heights, 200);
-    view->showAxes(false);
-    SceneProbe probe(*view);
-    probe.lookFromAbove(200, 200);
-    auto *selector = viewerWindow()->findChild<QComboBox *>();
-    QVERIFY(!selector->isVisible());
-
-    menuItem("Gradient")->trigger();
-    QVERIFY(selector->isVisible());
-    QCOMPARE(selector->currentText(), QString("Default"));
-    QTRY_VERIFY(isNear(probe.colorAt(125, 100, 500), QColor(127, 127, 127)));
-    QTest::keyClick(selector, Qt::Key_Down);
-    QTRY_VERIFY(isNear(probe.colorAt(1, 100, 4), QColor(0, 3, 136), 5));
-    selector->setCurrentIndex(0);
-    selector->setCurrentIndex(1);
-    QTRY_VERIFY(isNear(probe.colorAt(1, 100, 4), QColor(0, 3, 136), 5));
-    menuItem("Auto")->trigger();
-    QVERIFY(!selector->isVisible());
-}
-
-void TestViewerWindow::theGradientSurvivesARestart()
-{
-    menuItem("Gradient")->trigger();
-    viewerWindow()->findChild<QComboBox *>()->setCurrentIndex(1);
-    cleanup();
-    init();
-    QCOMPARE(viewerWindow()->findChild<QComboBox *>()->currentText(), QString("Default Color"));
-    QVERIFY(viewerWindow()->findChild<QComboBox *>()->isVisible());
-    menuItem("Auto")->trigger();
 }
 
 OLVIK_GUI_TEST_MAIN(TestViewerWindow)
