@@ -331,19 +331,9 @@ private Q_SLOTS:
             QCOMPARE(point[1], swap ? 6.0 : 5.0);
             QCOMPARE(point[2], swap ? 5.0 : 6.0);
         }
-    }
-
-    void unreadableFilesShowNothing()
-    {
-        Olvik3DViewerWidget view;
-        const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
-        view.loadPolyData(ramp(9, 7), boundsOf(9, 7, 8), {0, 8});
-        for (const char *path : {"", "/nowhere/cloud.ply", "/proc/self/exe"}) {
-            QCoreApplication::processEvents();
-            view.load(path, true);
-            QCOMPARE(lastRequest(requests).polyData->GetNumberOfPoints(), vtkIdType{0});
-        }
-        QCOMPARE(requests.size(), 4);
+        QCoreApplication::processEvents();
+        view.load("/proc/self/exe", true);
+        QCOMPARE(lastRequest(requests).polyData->GetNumberOfPoints(), vtkIdType{0});
     }
 };
 

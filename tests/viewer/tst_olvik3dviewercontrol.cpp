@@ -228,7 +228,10 @@ private Q_SLOTS:
             viewer.setBuffer(nullptr, 2, 2);
 
         float height = 1.0f;
-        QVERIFY_EXCEPTION_THROWN(viewer.setBuffer(&height, -1, 4), std::bad_array_new_length);
+        for (const auto &[columns, rows] :
+            {std::pair(-1, 4), std::pair(4, -1), std::pair(46341, 46341)})
+            QVERIFY_EXCEPTION_THROWN(
+                viewer.setBuffer(&height, columns, rows), std::bad_array_new_length);
     }
 
     void closingTellsTheReceiverOnce()
