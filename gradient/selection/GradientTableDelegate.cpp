@@ -1,12 +1,12 @@
 #include "GradientTableDelegate.h"
 
 #include "GradientBuilderDialog.h"
+#include "GradientMessages.h"
 #include "GradientRows.h"
 
 #include <QAbstractItemView>
 #include <QDebug>
 #include <QItemSelectionModel>
-#include <QMessageBox>
 #include <QMetaProperty>
 #include <QMouseEvent>
 #include <QPainter>
@@ -48,11 +48,6 @@ bool runBuilder(const std::shared_ptr<Gradient> &gradient, const QString &name)
     return dialog->exec() == QDialog::Accepted;
 }
 
-void tellFailure(const QString &what)
-{
-    QMessageBox::critical(nullptr, GradientTableDelegate::tr("Error"), what);
-}
-
 } // namespace
 
 GradientTableDelegate::GradientTableDelegate(
@@ -90,7 +85,7 @@ void GradientTableDelegate::setModelData(
     try {
         model->setData(index, edited, Qt::EditRole);
     } catch (const std::exception &) {
-        tellFailure(tr("The gradients could not be saved. The name stays as it was."));
+        tellGradientNotRenamed(nullptr);
     }
 }
 
@@ -110,9 +105,9 @@ bool GradientTableDelegate::editorEvent(QEvent *event, QAbstractItemModel *model
     try {
         edit(model, index);
     } catch (const GradientCollection::FileErrorException &) {
-        tellFailure(tr("The gradients could not be saved."));
+        tellGradientsNotSaved(nullptr);
     } catch (const std::exception &) {
-        tellFailure(tr("This gradient cannot be edited: it needs a colour at both of its ends."));
+        tellGradientLacksAnEnd(nullptr);
     }
     return true;
 }

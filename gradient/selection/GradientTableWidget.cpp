@@ -5,6 +5,7 @@
 #include "GradientComboBoxDelegate.h"
 #include "GradientComboBoxModel.h"
 #include "GradientFactory.h"
+#include "GradientMessages.h"
 #include "GradientTableDelegate.h"
 #include "GradientTableModel.h"
 
@@ -76,11 +77,6 @@ Gradient coldToHot()
     return gradient;
 }
 
-void tellFailure(GradientTableWidget *manager, const QString &what)
-{
-    QMessageBox::critical(manager, GradientTableWidget::tr("Error"), what);
-}
-
 } // namespace
 
 GradientTableWidget::GradientTableWidget(QString fileName, int lower, int upper, QWidget *parent)
@@ -105,10 +101,11 @@ GradientTableWidget::~GradientTableWidget() = default;
 
 void GradientTableWidget::loadCollection(const QString &fileName)
 {
-    collection = std::make_shared<GradientCollection>(collectionPath(fileName));
+    const QString path = collectionPath(fileName);
+    collection = std::make_shared<GradientCollection>(path);
     try {
         // Tells of a missing file as of a broken one, which is what a first start looks like.
-        if (QFile::exists(collectionPath(fileName)))
+        if (QFile::exists(path))
             collection->load();
     } catch (const std::exception &) {
         // Already in the log; the built-in gradients take over.
@@ -301,12 +298,11 @@ bool GradientTableWidget::editAndInsert(const std::shared_ptr<Gradient> &gradien
         if (!editNewGradient(gradient))
             return false;
     } catch (const std::exception &) {
-        tellFailure(
-            this, tr("This gradient cannot be edited: it needs a colour at both of its ends."));
+        tellGradientLacksAnEnd(this);
         return false;
     }
     if (!tableModel->insertGradient(gradient))
-        tellFailure(this, tr("The gradients could not be saved."));
+        tellGradientsNotSaved(this);
     return true;
 }
 
@@ -336,7 +332,7 @@ void GradientTableWidget::onDeleteClick()
             QMessageBox::information(
                 this, tr("Cannot delete"), tr("The Default gradient cannot be deleted"));
         else if (!tableModel->removeRow(row))
-            tellFailure(this, tr("The gradients could not be saved."));
+            tellGradientsNotSaved(this);
     }
 }
 

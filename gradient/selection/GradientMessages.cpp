@@ -1,0 +1,33 @@
+#include "GradientMessages.h"
+
+#include <QCoreApplication>
+#include <QMessageBox>
+
+namespace {
+
+void tell(QWidget *parent, const char *what)
+{
+    QMessageBox::critical(parent, QCoreApplication::translate("GradientMessages", "Error"),
+        QCoreApplication::translate("GradientMessages", what));
+}
+
+} // namespace
+
+void tellGradientsNotSaved(QWidget *parent)
+{
+    tell(parent, QT_TRANSLATE_NOOP("GradientMessages", "The gradients could not be saved."));
+}
+
+void tellGradientNotRenamed(QWidget *parent)
+{
+    tell(parent,
+        QT_TRANSLATE_NOOP(
+            "GradientMessages", "The gradients could not be saved. The name stays as it was."));
+}
+
+void tellGradientLacksAnEnd(QWidget *parent)
+{
+    tell(parent,
+        QT_TRANSLATE_NOOP("GradientMessages",
+            "This gradient cannot be edited: it needs a colour at both of its ends."));
+}
