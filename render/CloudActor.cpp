@@ -57,7 +57,7 @@ void CloudActor::Render(vtkRenderer *renderer, vtkMapper *mapper)
     if (wasCoarse)
         drawCoarse(renderer, *full);
     else
-        drawAll(renderer, full);
+        drawAll(renderer, *full);
 }
 
 bool CloudActor::canLeaveOut(vtkPolyData &cloud) const
@@ -67,14 +67,14 @@ bool CloudActor::canLeaveOut(vtkPolyData &cloud) const
         && points * millisecondsPerPoint > frameMilliseconds;
 }
 
-void CloudActor::drawAll(vtkRenderer *renderer, vtkMapper *mapper)
+void CloudActor::drawAll(vtkRenderer *renderer, CloudMapper &full)
 {
     using Clock = std::chrono::steady_clock;
-    const vtkIdType points = static_cast<CloudMapper *>(mapper)->GetInput()->GetNumberOfPoints();
+    const vtkIdType points = full.GetInput()->GetNumberOfPoints();
     Device->SetProperty(GetProperty());
     const Clock::time_point begin = Clock::now();
-    Device->Render(renderer, mapper);
-    EstimatedRenderTime = mapper->GetTimeToDraw();
+    Device->Render(renderer, &full);
+    EstimatedRenderTime = full.GetTimeToDraw();
     if (points <= coarsePoints)
         return;
     // VTK's own timer hardly ever runs with a single poly-vertex cell. Waiting costs nothing that

@@ -38,7 +38,7 @@ protected:
 
 private:
     bool canLeaveOut(vtkPolyData &cloud) const;
-    void drawAll(vtkRenderer *renderer, vtkMapper *mapper);
+    void drawAll(vtkRenderer *renderer, CloudMapper &full);
     void drawCoarse(vtkRenderer *renderer, CloudMapper &full);
     void prepareCoarse(CloudMapper &full);
 

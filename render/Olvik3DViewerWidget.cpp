@@ -27,7 +27,6 @@
 #include <QVTKInteractor.h>
 #include <vtkCubeAxesActor.h>
 #include <vtkGenericOpenGLRenderWindow.h>
-#include <vtkMath.h>
 #include <vtkOpenGLCamera.h>
 #include <vtkOpenGLRenderer.h>
 #include <vtkPointData.h>

@@ -300,10 +300,7 @@ void Olvik3DViewerPrivate::startWorker()
 
 void Olvik3DViewerPrivate::stopWorker()
 {
-    {
-        const QMutexLocker lock(&mutex);
-        processData = nullptr;
-    }
+    takeNoMoreBuffers();
     QThread *thread = std::exchange(workerThread, nullptr);
     if (!thread)
         return;
@@ -312,6 +309,12 @@ void Olvik3DViewerPrivate::stopWorker()
     // The worker never waits for this thread, so this ends with the conversion in work.
     thread->wait();
     delete thread;
+}
+
+void Olvik3DViewerPrivate::takeNoMoreBuffers()
+{
+    const QMutexLocker lock(&mutex);
+    processData = nullptr;
 }
 
 void Olvik3DViewerPrivate::onAboutToQuit()
@@ -462,11 +465,8 @@ void Olvik3DViewerPrivate::save()
 
 void Olvik3DViewerPrivate::onWindowClosed()
 {
-    {
-        // The worker goes on its own from here; see startWorker.
-        const QMutexLocker lock(&mutex);
-        processData = nullptr;
-    }
+    // The worker goes on its own from here; see startWorker.
+    takeNoMoreBuffers();
     settings->setValue(Keys::position(), window->pos());
     settings->setValue(Keys::size(), window->size());
     settings->setValue(Keys::flyMode(), static_cast<int>(viewer->getAxesFly()));

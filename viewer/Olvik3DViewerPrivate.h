@@ -91,6 +91,7 @@ private:
     void layOutView();
     void startWorker();
     void onAboutToQuit();
+    void takeNoMoreBuffers();
 
     CloudPMainWindow *window = nullptr; ///< null in embedded mode
     QWidget *container = nullptr; ///< holds the view; in embedded mode the host's widget
