@@ -83,8 +83,7 @@ void ColorGradient::getColorAtValue(float t, int &r, int &g, int &b, int &a) con
     if (points.empty())
         return;
 
-    const auto next = std::find_if(
-        points.begin(), points.end(), [t](const ColorPoint &point) { return point.val > t; });
+    const auto next = firstAbove(t);
     if (next == points.end())
         return output(points.back(), r, g, b, a);
 
@@ -102,12 +101,27 @@ void ColorGradient::getColorRawValue(float v, int &r, int &g, int &b, int &a) co
     if (min == 0 && max == 0)
         return;
 
-    const float lowest = static_cast<float>(min);
-    if (lowest > v)
+    if (static_cast<float>(min) > v)
         return output(below, r, g, b, a);
     if (v > static_cast<float>(max))
         return output(above, r, g, b, a);
 
-    const double height = v - lowest;
-    getColorAtValue(static_cast<float>(height / normalize), r, g, b, a);
+    getColorAtValue(normalized(v), r, g, b, a);
+}
+
+float ColorGradient::normalized(float v) const
+{
+    const double height = v - static_cast<float>(min);
+    return static_cast<float>(height / normalize);
+}
+
+ColorGradient::Points::const_iterator ColorGradient::firstAbove(float t) const
+{
+    return std::find_if(
+        points.begin(), points.end(), [t](const ColorPoint &point) { return point.val > t; });
+}
+
+std::size_t ColorGradient::pointAbove(float v) const
+{
+    return static_cast<std::size_t>(firstAbove(normalized(v)) - points.begin());
 }

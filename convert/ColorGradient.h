@@ -2,6 +2,7 @@
 
 #include "Olvik3DViewerExport.h"
 
+#include <cstddef>
 #include <vector>
 
 /// One colour on the normalised axis. A Gradient's components lie in 0..255, other values are kept
@@ -73,13 +74,22 @@ public:
     /// \param[out] r,g,b,a components truncated toward zero; the smallest int beside a point at NaN
     void getColorAtValue(float t, int &r, int &g, int &b, int &a) const;
 
+    /// Index of the first point above a height, which mixes the colour of heights inside the bounds
+    /// with the point before it; the number of points when there is none.
+    std::size_t pointAbove(float v) const;
+
     /// Leaves the outputs untouched while both bounds are 0 or, inside the bounds, while no point
     /// exists: fill them first.
     /// \param v height in the unit of the bounds
     void getColorRawValue(float v, int &r, int &g, int &b, int &a) const;
 
 private:
-    std::vector<ColorPoint> points;
+    using Points = std::vector<ColorPoint>;
+
+    float normalized(float v) const;
+    Points::const_iterator firstAbove(float t) const;
+
+    Points points;
     int min = 0;
     int max = 0;
     double normalize = 1.0;

@@ -99,6 +99,9 @@ public:
     /// \param[out] r,g,b,a components, truncated toward zero
     void getColorFromValue(double value, int &r, int &g, int &b, int &a) const;
 
+    /// The table that getColorFromValue() looks up.
+    const ColorGradient &colorTable() const { return colors; }
+
     /// Fills \a rect with the stops from left to right; one without stops shows Qt's black to
     /// white.
     void paint(QPainter *painter, const QRect &rect, const QPalette &palette) const;
