@@ -1,6 +1,6 @@
 #include "DataConverter.h"
 
-#include "SampleCount.h"
+#include "GridRows.h"
 #include "Truncate.h"
 
 #include <vtkFloatArray.h>
@@ -22,29 +22,6 @@ struct DistanceScale
     float min;
     float range;
 };
-
-std::int64_t sampleCount(const void *buffer, int w, int h)
-{
-    if (!buffer || w <= 0 || h <= 0)
-        return 0;
-
-    return std::max<std::int64_t>(wrappedSampleCount(w, h), 0);
-}
-
-/// Calls visit(column, row, value) for the first \a count samples; a wrapped count may end inside a
-/// row.
-template <typename Visit>
-void forEachSample(const float *buffer, int width, std::int64_t count, Visit visit)
-{
-    std::int64_t index = 0;
-    for (int row = 0; index < count; ++row) {
-        const auto y = static_cast<float>(row);
-        const auto columns = static_cast<int>(std::min<std::int64_t>(width, count - index));
-        for (int column = 0; column < columns; ++column)
-            visit(static_cast<float>(column), y, buffer[index + column]);
-        index += columns;
-    }
-}
 
 /// Points of undefined content.
 vtkSmartPointer<vtkPoints> sizedPoints(std::int64_t count)
@@ -189,11 +166,8 @@ vtkSmartPointer<vtkPoints> DataConverter::convertToPointData(float *buffer, int 
     const std::int64_t count = sampleCount(buffer, w, h);
     auto points = sizedPoints(count);
     float *out = coordinates(points);
-    forEachSample(buffer, w, count, [&out](float x, float y, float z) {
-        out[0] = x;
-        out[1] = y;
-        out[2] = z;
-        out += 3;
+    forEachRow(w, count, [&](int row, std::int64_t offset, int samples) {
+        out = writeRow(row, buffer + offset, samples, out);
     });
     return points;
 }
@@ -204,13 +178,8 @@ vtkSmartPointer<vtkPoints> DataConverter::convertToPointDataNoZero(float *buffer
     auto points = sizedPoints(count);
     float *const begin = coordinates(points);
     float *out = begin;
-    // Zeros come in no order that a branch could be predicted from: every sample is written, and
-    // the next one overwrites a zero.
-    forEachSample(buffer, w, count, [&out](float x, float y, float z) {
-        out[0] = x;
-        out[1] = y;
-        out[2] = z;
-        out += z != 0.0f ? 3 : 0;
+    forEachRow(w, count, [&](int row, std::int64_t offset, int samples) {
+        out = writeRowNoZero(row, buffer + offset, samples, out);
     });
     points->Resize((out - begin) / 3);
     return points;

@@ -2,24 +2,13 @@
 
 #include <QtConcurrent>
 
-#include <limits>
-
 std::array<float, 2> individualBound(
     const float *values, std::int64_t end, std::int64_t start, std::int64_t step)
 {
-    constexpr float untouchedMin = std::numeric_limits<float>::max();
-    constexpr float untouchedMax = std::numeric_limits<float>::min();
-
-    float min = untouchedMin;
-    float max = untouchedMax;
-    for (std::int64_t i = start; i < end; i += step) {
-        const float value = values[i];
-        if (value > max)
-            max = value;
-        else if (value < min)
-            min = value;
-    }
-    return {min == untouchedMin ? 0.0f : min, max == untouchedMax ? 0.0f : max};
+    IndividualBound bound;
+    for (std::int64_t i = start; i < end; i += step)
+        bound.add(values[i]);
+    return bound.result();
 }
 
 std::array<double, 6> interleavedBounds(const float *xyz, std::int64_t count)

@@ -1,13 +1,14 @@
 #include "CloudActor.h"
 
 #include "CloudMapper.h"
-#include "Subsample.h"
+#include "Scan.h"
+
+#include <QOpenGLContext>
+#include <QOpenGLFunctions>
 
 #include <vtkCamera.h>
-#include <vtkCellArray.h>
 #include <vtkMath.h>
 #include <vtkObjectFactory.h>
-#include <vtkPointData.h>
 #include <vtkPolyData.h>
 #include <vtkProperty.h>
 #include <vtkRenderer.h>
@@ -19,9 +20,19 @@
 
 namespace {
 
-/// Draws in 18 to 25 ms with software OpenGL and still closes the surface on a full screen.
-constexpr vtkIdType coarsePoints = 200'000;
 constexpr double frameMilliseconds = 30.0;
+/// Software OpenGL at its best, by two cores.
+constexpr double softwareMillisecondsPerPoint = 65e-6;
+
+bool isDrawnInSoftware()
+{
+    const auto *name = reinterpret_cast<const char *>(
+        QOpenGLContext::currentContext()->functions()->glGetString(GL_RENDERER));
+    const QByteArray renderer = QByteArray(name).toLower();
+    const auto names = {"llvmpipe", "softpipe", "swrast", "software", "gdi generic"};
+    return std::any_of(names.begin(), names.end(),
+        [&renderer](const char *software) { return renderer.contains(software); });
+}
 
 /// Screen pixels for one scene unit where the scene is nearest to the camera.
 double pixelsPerUnit(vtkRenderer &renderer)
@@ -53,44 +64,68 @@ void CloudActor::Render(vtkRenderer *renderer, vtkMapper *mapper)
 
     Device->SetShaderProperty(GetShaderProperty());
     Device->SetUserMatrix(GetMatrix());
-    wasCoarse = isCoarseWanted && canLeaveOut(*full->GetInput());
+    wasCoarse = isCoarseWanted && canLeaveOut();
     if (wasCoarse)
         drawCoarse(renderer, *full);
     else
         drawAll(renderer, *full);
 }
 
-bool CloudActor::canLeaveOut(vtkPolyData &cloud) const
+void CloudActor::show(const Scan &scan, CloudMapper &full)
 {
-    const auto points = static_cast<double>(cloud.GetNumberOfPoints());
-    return cloud.GetNumberOfPoints() > coarsePoints
-        && points * millisecondsPerPoint > frameMilliseconds;
+    full.setCloudBounds(scan.box);
+    full.SetInputData(scan.cloud);
+    areFullBuffersCurrent = false;
+    points = static_cast<double>(scan.cloud->GetNumberOfPoints());
+    coarse->setCloudBounds(scan.box);
+    coarse->SetInputData(scan.subsample.cloud);
+    coarseStep = scan.subsample.step;
+    spacing = static_cast<double>(scan.spacing);
+}
+
+double CloudActor::fullDrawTime() const
+{
+    return points * millisecondsPerPoint.value_or(0.0);
+}
+
+bool CloudActor::canLeaveOut()
+{
+    if (!coarse->GetInput())
+        return false;
+    // Nothing measured yet: a first frame of seconds, or a coarse one where none is needed, would be
+    // a poor beginning.
+    if (!millisecondsPerPoint)
+        millisecondsPerPoint = isDrawnInSoftware() ? softwareMillisecondsPerPoint : 0.0;
+    return fullDrawTime() > frameMilliseconds;
 }
 
 void CloudActor::drawAll(vtkRenderer *renderer, CloudMapper &full)
 {
     using Clock = std::chrono::steady_clock;
-    const vtkIdType points = full.GetInput()->GetNumberOfPoints();
     Device->SetProperty(GetProperty());
     const Clock::time_point begin = Clock::now();
     Device->Render(renderer, &full);
     EstimatedRenderTime = full.GetTimeToDraw();
-    if (points <= coarsePoints)
+    holdsFullBuffers = areFullBuffersCurrent = true;
+    if (!coarse->GetInput())
         return;
-    // VTK's own timer hardly ever runs with a single poly-vertex cell. Waiting costs nothing that
-    // showing the frame would not wait for.
+    // VTK's own timer hardly ever runs for points. Waiting costs nothing that showing the frame would
+    // not wait for.
     renderer->GetRenderWindow()->WaitForCompletion();
     const std::chrono::duration<double, std::milli> elapsed = Clock::now() - begin;
-    millisecondsPerPoint = elapsed.count() / static_cast<double>(points);
+    millisecondsPerPoint = elapsed.count() / points;
 }
 
 void CloudActor::drawCoarse(vtkRenderer *renderer, CloudMapper &full)
 {
-    if (coarseOf != full.GetInput())
-        prepareCoarse(full);
+    // Frames that are never drawn in full need no 12 bytes a point on the graphics card.
+    if (holdsFullBuffers && !areFullBuffersCurrent) {
+        full.ReleaseGraphicsResources(renderer->GetRenderWindow());
+        holdsFullBuffers = false;
+    }
     // Each point stands for its neighbours: as large as their distance on the screen closes the
     // surface wherever the full cloud does.
-    const double distance = coarseStep * pixelsPerUnit(*renderer);
+    const double distance = coarseStep * spacing * pixelsPerUnit(*renderer);
     coarseProperty->DeepCopy(GetProperty());
     coarseProperty->SetPointSize(
         static_cast<float>(std::clamp(std::ceil(distance), 1.0, static_cast<double>(coarseStep))));
@@ -98,22 +133,9 @@ void CloudActor::drawCoarse(vtkRenderer *renderer, CloudMapper &full)
     Device->Render(renderer, coarse);
 }
 
-void CloudActor::prepareCoarse(CloudMapper &full)
-{
-    vtkPolyData *cloud = full.GetInput();
-    coarseOf = cloud;
-    coarseStep = subsampleStep(cloud->GetNumberOfPoints(), coarsePoints);
-    vtkNew<vtkPolyData> subsample;
-    // The same arrays: the vertex buffers on the graphics card are shared, too.
-    subsample->SetPoints(cloud->GetPoints());
-    subsample->GetPointData()->ShallowCopy(cloud->GetPointData());
-    subsample->SetVerts(subsampleCells(*cloud->GetPoints(), coarseStep));
-    coarse->setCloudBounds(full.knownBounds());
-    coarse->SetInputData(subsample);
-}
-
 void CloudActor::ReleaseGraphicsResources(vtkWindow *window)
 {
     coarse->ReleaseGraphicsResources(window);
+    holdsFullBuffers = false;
     vtkLODActor::ReleaseGraphicsResources(window);
 }

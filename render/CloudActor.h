@@ -2,10 +2,11 @@
 
 #include <vtkLODActor.h>
 #include <vtkNew.h>
-#include <vtkWeakPointer.h>
+
+#include <optional>
 
 class CloudMapper;
-class vtkPolyData;
+struct Scan;
 
 /// Actor of the cloud, with two levels of detail: all points, or while the camera moves a regular
 /// subsample that looks the same and draws within a frame.
@@ -19,8 +20,12 @@ public:
     static CloudActor *New();
     vtkTypeMacro(CloudActor, vtkLODActor)
 
-    /// Draws the subsample. Its input is made by the first draw that needs it.
+    /// Draws the subsample.
     CloudMapper &coarseMapper() { return *coarse; }
+
+    /// Takes over both levels of detail.
+    /// \param full the actor's mapper
+    void show(const Scan &scan, CloudMapper &full);
 
     /// Asks for the subsample or for all points. Small clouds, and all clouds on a machine that draws
     /// them within a frame, are drawn in full anyway.
@@ -28,6 +33,9 @@ public:
 
     /// Whether the last draw left points out.
     bool isCoarse() const { return wasCoarse; }
+
+    /// Milliseconds that drawing all points is expected to take.
+    double fullDrawTime() const;
 
     void Render(vtkRenderer *renderer, vtkMapper *mapper) override;
     void ReleaseGraphicsResources(vtkWindow *window) override;
@@ -37,16 +45,18 @@ protected:
     ~CloudActor() override;
 
 private:
-    bool canLeaveOut(vtkPolyData &cloud) const;
+    bool canLeaveOut();
     void drawAll(vtkRenderer *renderer, CloudMapper &full);
     void drawCoarse(vtkRenderer *renderer, CloudMapper &full);
-    void prepareCoarse(CloudMapper &full);
 
     vtkNew<CloudMapper> coarse;
     vtkNew<vtkProperty> coarseProperty;
-    vtkWeakPointer<vtkPolyData> coarseOf; ///< the cloud that the subsample was taken from
     int coarseStep = 1;
-    double millisecondsPerPoint = 1.0; ///< of the last full draw of a large cloud
+    double spacing = 1.0; ///< of neighbours in the full cloud, in scene units
+    double points = 0.0; ///< in the full cloud
+    std::optional<double> millisecondsPerPoint; ///< of the last full draw of a large cloud
+    bool holdsFullBuffers = false; ///< all points of some cloud are on the graphics card
+    bool areFullBuffersCurrent = false; ///< and they are of this cloud
     bool isCoarseWanted = false;
     bool wasCoarse = false;
 };

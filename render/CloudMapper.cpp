@@ -1,20 +1,15 @@
 #include "CloudMapper.h"
 
-#include <vtkActor.h>
-#include <vtkCellArray.h>
+#include <QOpenGLContext>
+#include <QOpenGLFunctions>
+
 #include <vtkObjectFactory.h>
-#include <vtkPolyData.h>
-#include <vtkProperty.h>
+#include <vtkOpenGLIndexBufferObject.h>
+#include <vtkOpenGLVertexBufferObjectGroup.h>
 
 #include <algorithm>
 
 vtkStandardNewMacro(CloudMapper)
-
-bool CloudMapper::IndexBufferState::operator==(const IndexBufferState &other) const
-{
-    return verts == other.verts && vertsTime == other.vertsTime
-        && representation == other.representation;
-}
 
 void CloudMapper::setCloudBounds(const std::array<double, 6> &bounds)
 {
@@ -26,20 +21,22 @@ void CloudMapper::ComputeBounds()
     std::copy(cloudBounds.begin(), cloudBounds.end(), this->Bounds);
 }
 
-void CloudMapper::BuildIBO(vtkRenderer *renderer, vtkActor *actor, vtkPolyData *cloud)
+void CloudMapper::RenderPieceDraw(vtkRenderer *renderer, vtkActor *actor)
 {
-    // VTK 9.1 compares with a state that it forgets to clear and therefore rebuilds every time.
-    const IndexBufferState wanted{cloud->GetVerts(), cloud->GetVerts()->GetMTime(),
-        actor->GetProperty()->GetRepresentation()};
-    if (wanted == builtFor)
+    const vtkIdType count = this->VBOs->GetNumberOfTuples("vertexMC");
+    if (count == 0)
         return;
 
-    vtkOpenGLPolyDataMapper::BuildIBO(renderer, actor, cloud);
-    builtFor = wanted;
-}
-
-void CloudMapper::ReleaseGraphicsResources(vtkWindow *window)
-{
-    builtFor = {};
-    vtkOpenGLPolyDataMapper::ReleaseGraphicsResources(window);
+    vtkOpenGLHelper &primitive = this->Primitives[PrimitivePoints];
+    // VTK connects the points with the shader only when there is an index.
+    primitive.IBO->IndexCount = static_cast<std::size_t>(count);
+    this->UpdateShaders(primitive, renderer, actor);
+    // Software OpenGL keeps the results of a whole call's vertices, 70 bytes each; those of a block
+    // stay in the processor's cache.
+    constexpr vtkIdType block = 65536;
+    QOpenGLFunctions *gl = QOpenGLContext::currentContext()->functions();
+    for (vtkIdType first = 0; first < count; first += block) {
+        const vtkIdType size = std::min(block, count - first);
+        gl->glDrawArrays(GL_POINTS, static_cast<GLint>(first), static_cast<GLsizei>(size));
+    }
 }

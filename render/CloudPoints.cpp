@@ -1,15 +1,15 @@
 #include "CloudPoints.h"
 
-#include "Gradient.h"
+#include "ColorLookup.h"
 
 #include <vtkFloatArray.h>
 #include <vtkNew.h>
 #include <vtkPointData.h>
 #include <vtkPoints.h>
 #include <vtkPolyData.h>
-#include <vtkSmartPointer.h>
-#include <vtkUnsignedCharArray.h>
+#include <vtkSMPTools.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -17,6 +17,13 @@ namespace {
 float *coordinates(vtkPoints &points)
 {
     return static_cast<float *>(points.GetVoidPointer(0));
+}
+
+/// Calls work(begin, end) for parts of the points, on all cores.
+template <typename Work> void forEachBlock(vtkIdType pointCount, Work work)
+{
+    constexpr vtkIdType pointsPerBlock = 65536;
+    vtkSMPTools::For(0, pointCount, pointsPerBlock, work);
 }
 
 } // namespace
@@ -62,44 +69,35 @@ vtkSmartPointer<vtkPolyData> copiedCloud(vtkPolyData &cloud)
     return copy;
 }
 
+void copyScaled(vtkPoints &points, const std::array<float, 3> &factors, float *scaled)
+{
+    const float *xyz = coordinates(points);
+    forEachBlock(points.GetNumberOfPoints(), [=](vtkIdType begin, vtkIdType end) {
+        for (vtkIdType i = 3 * begin; i < 3 * end; i += 3) {
+            scaled[i] = xyz[i] * factors[0];
+            scaled[i + 1] = xyz[i + 1] * factors[1];
+            scaled[i + 2] = xyz[i + 2] * factors[2];
+        }
+    });
+}
+
 void scalePoints(vtkPolyData &cloud, const std::array<float, 3> &factors)
 {
     vtkPoints *points = ensureFloatPoints(cloud);
-    float *xyz = coordinates(*points);
-    const vtkIdType count = 3 * points->GetNumberOfPoints();
-    for (int axis = 0; axis < 3; ++axis) {
-        const float factor = factors[static_cast<std::size_t>(axis)];
-        if (factor == 1.0f)
-            continue;
-        for (vtkIdType i = axis; i < count; i += 3)
-            xyz[i] *= factor;
-    }
+    copyScaled(*points, factors, coordinates(*points));
     points->Modified();
     cloud.Modified();
 }
 
-vtkSmartPointer<vtkUnsignedCharArray> gradientColors(vtkPolyData &cloud, const Gradient &gradient)
+void colorByHeight(vtkPoints &points, const ColorLookup &lookup, unsigned char *rgb)
 {
-    vtkPoints *points = ensureFloatPoints(cloud);
-    const float *xyz = coordinates(*points);
-    const vtkIdType count = points->GetNumberOfPoints();
-
-    auto colors = vtkSmartPointer<vtkUnsignedCharArray>::New();
-    colors->SetName("Colors");
-    colors->SetNumberOfComponents(3);
-    colors->SetNumberOfTuples(count);
-    unsigned char *out = colors->GetPointer(0);
-    for (vtkIdType i = 0; i < count; ++i) {
-        int r = 0;
-        int g = 0;
-        int b = 0;
-        int a = 0;
-        gradient.getColorFromValue(static_cast<double>(xyz[3 * i + 2]), r, g, b, a);
-        out[3 * i] = static_cast<unsigned char>(r);
-        out[3 * i + 1] = static_cast<unsigned char>(g);
-        out[3 * i + 2] = static_cast<unsigned char>(b);
-    }
-    return colors;
+    const float *xyz = coordinates(points);
+    forEachBlock(points.GetNumberOfPoints(), [=, &lookup](vtkIdType begin, vtkIdType end) {
+        for (vtkIdType i = begin; i < end; ++i) {
+            const ColorLookup::Rgb color = lookup.at(xyz[3 * i + 2]);
+            std::copy(color.begin(), color.end(), rgb + 3 * i);
+        }
+    });
 }
 
 std::array<double, 6> finiteBounds(vtkPolyData &cloud)

@@ -2,10 +2,9 @@
 
 #include <array>
 
-class Gradient;
+class ColorLookup;
 class vtkPoints;
 class vtkPolyData;
-class vtkUnsignedCharArray;
 template <class T> class vtkSmartPointer;
 
 /// Gives the cloud points stored as interleaved 32-bit floats, converting or adding them where
@@ -23,13 +22,18 @@ vtkSmartPointer<vtkPolyData> sharedCloud(vtkPolyData &cloud);
 /// Another cloud with copies of the points and point attributes, without cells.
 vtkSmartPointer<vtkPolyData> copiedCloud(vtkPolyData &cloud);
 
-/// Scales in place; a factor of exactly 1 leaves its coordinate untouched.
-/// \param factors for scene x, y and z
+/// Scales in place.
+/// \param factors for scene x, y and z; those of 1 leave their coordinate as it is
 void scalePoints(vtkPolyData &cloud, const std::array<float, 3> &factors);
 
-/// Colours named "Colors" by the height (z) of each point, three components without alpha. Points
-/// whose colour the gradient leaves open are black.
-vtkSmartPointer<vtkUnsignedCharArray> gradientColors(vtkPolyData &cloud, const Gradient &gradient);
+/// \param points 32-bit floats
+/// \param[out] scaled three floats for each point
+void copyScaled(vtkPoints &points, const std::array<float, 3> &factors, float *scaled);
+
+/// Looks up the height (z) of each point.
+/// \param points 32-bit floats
+/// \param[out] rgb three bytes for each point
+void colorByHeight(vtkPoints &points, const ColorLookup &lookup, unsigned char *rgb);
 
 /// Box of all points whose coordinates are finite, each coordinate on its own: xmin, xmax, ymin,
 /// ymax, zmin, zmax. Uninitialised in VTK's sense (1, -1, ...) for a coordinate without any.

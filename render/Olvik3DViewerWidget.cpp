@@ -5,13 +5,14 @@
 #include "CloudMapper.h"
 #include "CloudPicker.h"
 #include "CloudPoints.h"
+#include "ColorLookup.h"
 #include "DataConverter.h"
 #include "DistanceMarker.h"
 #include "HeightShader.h"
 #include "IndividualBound.h"
 #include "MouseInteractorStylePP.h"
 #include "PlyReader.h"
-#include "VertexCells.h"
+#include "ScanPreparer.h"
 #include "vtkShaderCallback.h"
 #include "WaitCursor.h"
 
@@ -29,7 +30,6 @@
 #include <vtkGenericOpenGLRenderWindow.h>
 #include <vtkOpenGLCamera.h>
 #include <vtkOpenGLRenderer.h>
-#include <vtkPointData.h>
 #include <vtkProperty.h>
 
 #include <algorithm>
@@ -39,7 +39,7 @@
 namespace {
 
 constexpr double framingZoom = 0.8;
-constexpr int cameraRestMs = 150;
+constexpr int restMs = 150;
 
 /// Clears the flag that lets no second cloud in, also when an exception ends the frame.
 class BusyFlag
@@ -69,30 +69,11 @@ bool isFinite(const double (&bounds)[6])
         std::begin(bounds), std::end(bounds), [](double bound) { return std::isfinite(bound); });
 }
 
-bool isUnscaled(const std::array<float, 3> &factors)
-{
-    return factors == std::array<float, 3>{1.0f, 1.0f, 1.0f};
-}
-
-void scaleInPlace(vtkPolyData &cloud, const std::array<float, 3> &factors)
-{
-    if (!isUnscaled(factors))
-        scalePoints(cloud, factors);
-}
-
-/// \param unscaled the same points before the user's scale: colours follow the measured heights
-void setColors(Olvik3DViewerWidget::RenderData &request, vtkPolyData &unscaled,
-    const std::shared_ptr<const Gradient> &gradient)
-{
-    request.polyData->GetPointData()->SetScalars(gradientColors(unscaled, *gradient));
-    request.coloredBy = gradient;
-}
-
 } // namespace
 
 Olvik3DViewerWidget::Olvik3DViewerWidget(QWidget *parent)
     : QVTKOpenGLNativeWidget(parent)
-    , vertexCells(std::make_unique<VertexCells>())
+    , preparer(std::make_unique<ScanPreparer>())
     , distanceMarker(std::make_unique<DistanceMarker>())
 {
     qRegisterMetaType<RenderData>("RenderData");
@@ -100,7 +81,7 @@ Olvik3DViewerWidget::Olvik3DViewerWidget(QWidget *parent)
     QSurfaceFormat::setDefaultFormat(QVTKOpenGLNativeWidget::defaultFormat());
     setFormat(QVTKOpenGLNativeWidget::defaultFormat());
 
-    state.gradient = std::make_shared<const Gradient>(0);
+    state.colors = std::make_shared<const ColorLookup>(Gradient(0).colorTable());
     state.lastData.polyData = emptyCloud;
     connect(this, &Olvik3DViewerWidget::mRender, this, &Olvik3DViewerWidget::onRender,
         Qt::QueuedConnection);
@@ -174,9 +155,8 @@ void Olvik3DViewerWidget::buildInteraction()
     interactor()->SetRenderWindow(sceneWindow);
     interactor()->SetInteractorStyle(interactorStyle);
 
-    cameraRest.setSingleShot(true);
-    cameraRest.setInterval(cameraRestMs);
-    connect(&cameraRest, &QTimer::timeout, this, &Olvik3DViewerWidget::onCameraRests);
+    rest.setSingleShot(true);
+    connect(&rest, &QTimer::timeout, this, &Olvik3DViewerWidget::onRest);
     camera->AddObserver(vtkCommand::ModifiedEvent, this, &Olvik3DViewerWidget::onCameraMoved);
 }
 
@@ -186,10 +166,10 @@ void Olvik3DViewerWidget::onCameraMoved()
     if (interactorStyle->GetState() == VTKIS_NONE)
         return;
     actor->setCoarse(true);
-    cameraRest.start();
+    rest.start(restMs);
 }
 
-void Olvik3DViewerWidget::onCameraRests()
+void Olvik3DViewerWidget::onRest()
 {
     actor->setCoarse(false);
     if (actor->isCoarse())
@@ -281,74 +261,80 @@ bool Olvik3DViewerWidget::getAxisVisibility() const
 void Olvik3DViewerWidget::loadPolyData(vtkSmartPointer<vtkPolyData> polyData,
     std::array<double, 6> boundsAll, std::array<double, 2> boundsNoZero)
 {
-    if (!polyData || busy.exchange(true))
+    if (!polyData)
+        return;
+    Scan scan;
+    scan.isHandedOver = holdsPointsAlone(*polyData);
+    scan.cloud = std::move(polyData);
+    scan.bounds = boundsAll;
+    scan.heightRange = boundsNoZero;
+    loadScan(scan);
+}
+
+void Olvik3DViewerWidget::loadScan(const Scan &scan)
+{
+    if (busy.exchange(true))
         return;
 
     BusyFlag guard(busy);
     // Any other thread leaves this to onRender: the actor is in the scene.
     if (QThread::currentThread() == thread())
         actor->SetOrientation(0.0, 0.0, 0.0);
-    submit(*polyData, boundsAll, boundsNoZero);
+    submit(scan);
     guard.handOver();
 }
 
-void Olvik3DViewerWidget::submit(vtkPolyData &polyData, const std::array<double, 6> &bounds,
-    const std::array<double, 2> &heightRange)
+void Olvik3DViewerWidget::submit(const Scan &scan)
 {
-    const State current = acceptBounds(bounds, heightRange);
-    const bool isFlat = bounds[5] - bounds[4] == 0.0;
+    const State current = acceptBounds(scan);
+    const bool isFlat = scan.bounds[5] - scan.bounds[4] == 0.0;
     if (isFlat) {
         Q_EMIT mRender(current.lastData);
         return;
     }
 
-    const vtkSmartPointer<vtkPolyData> unscaled = unscaledCopy(polyData, current);
-    scaleInPlace(polyData, current.sceneScale());
-    RenderData request = renderRequest(polyData, current);
+    const ScanPreparer::Result prepared =
+        preparer->prepare(scan, current.sceneScale(), current.scan);
+    RenderData request = renderRequest(current);
+    request.polyData = scan.cloud;
+    request.scan = prepared.drawn;
+    request.unscaled = prepared.unscaled;
     if (current.colorMode == UserGradient)
-        setColors(request, *unscaled, current.gradient);
+        color(request, current.colors);
     {
         const QMutexLocker lock(&stateMutex);
-        state.cloud = unscaled;
+        state.scan = prepared.unscaled;
         state.lastData = request;
         state.lastData.polyData = emptyCloud;
+        state.lastData.scan = state.lastData.unscaled = nullptr;
     }
     Q_EMIT mRender(request);
 }
 
+void Olvik3DViewerWidget::color(
+    RenderData &request, const std::shared_ptr<const ColorLookup> &colors) const
+{
+    preparer->color(*request.scan, *request.unscaled, *colors);
+    request.coloredBy = colors;
+}
+
 /// \return what the rest of the frame works with, whatever the GUI thread changes meanwhile
-Olvik3DViewerWidget::State Olvik3DViewerWidget::acceptBounds(
-    const std::array<double, 6> &bounds, const std::array<double, 2> &heightRange)
+Olvik3DViewerWidget::State Olvik3DViewerWidget::acceptBounds(const Scan &scan)
 {
     const QMutexLocker lock(&stateMutex);
-    state.boundsAll = bounds;
-    state.boundsNoZero = heightRange;
-    if (bounds[5] - bounds[4] != 0.0)
-        state.axisBounds = nextAxisExtents(state.axisBounds, bounds, state.sensorHeight);
+    state.boundsAll = scan.bounds;
+    state.boundsNoZero = scan.heightRange;
+    if (scan.bounds[5] - scan.bounds[4] != 0.0)
+        state.axisBounds = nextAxisExtents(state.axisBounds, scan.bounds, state.sensorHeight);
     return state;
 }
 
-/// The points that re-renders start from. They are shared with the cloud on its way to the screen
-/// as long as nothing can change them there: a copy costs 25 ms at 4 million points.
-vtkSmartPointer<vtkPolyData> Olvik3DViewerWidget::unscaledCopy(
-    vtkPolyData &polyData, const State &current) const
-{
-    vtkPoints *points = ensureFloatPoints(polyData);
-    if (current.cloud && current.cloud->GetPoints() == points)
-        return current.cloud;
-    if (isUnscaled(current.sceneScale()) && holdsPointsAlone(polyData))
-        return sharedCloud(polyData);
-    return copiedCloud(polyData);
-}
-
-Olvik3DViewerWidget::RenderData Olvik3DViewerWidget::renderRequest(
-    vtkPolyData &polyData, const State &current) const
+Olvik3DViewerWidget::RenderData Olvik3DViewerWidget::renderRequest(const State &current) const
 {
     const std::array<double, 6> &box = current.axisBounds;
     const std::array<float, 3> factors = current.sceneScale();
 
     RenderData request;
-    request.polyData = &polyData;
     request.bounds[1] = factors[0] * box[1];
     request.bounds[3] = factors[1] * box[3];
     request.bounds[4] = factors[2] * box[4];
@@ -361,7 +347,6 @@ Olvik3DViewerWidget::RenderData Olvik3DViewerWidget::renderRequest(
     request.min = static_cast<float>(current.boundsNoZero[0]);
     request.max = static_cast<float>(current.boundsNoZero[1]);
     request.scale = static_cast<float>(current.scale);
-    request.cloudBounds = finiteBounds(polyData);
     return request;
 }
 
@@ -384,6 +369,7 @@ void Olvik3DViewerWidget::onRender(RenderData request)
     // The view stays, but nothing of a higher or deeper cloud is cut off.
     renderer->ResetCameraClippingRange();
     sceneWindow->Render();
+    startRestTimer();
 }
 
 /// A cloud that set out before the mode or the gradient changed: drawn as it is, it would flash white
@@ -392,23 +378,35 @@ void Olvik3DViewerWidget::colorByCurrentGradient(RenderData &request) const
 {
     const State current = sharedState();
     const bool isOutdated =
-        current.colorMode == UserGradient && request.coloredBy != current.gradient;
-    if (!isOutdated || !request.polyData || !current.cloud)
-        return;
-    const bool isStoredCloud =
-        request.polyData->GetNumberOfPoints() == current.cloud->GetNumberOfPoints();
-    if (isStoredCloud)
-        setColors(request, *current.cloud, current.gradient);
+        current.colorMode == UserGradient && request.coloredBy != current.colors;
+    if (isOutdated && request.unscaled)
+        color(request, current.colors);
 }
 
 void Olvik3DViewerWidget::showCloud(const RenderData &request)
 {
-    ensureFloatPoints(*request.polyData);
-    const vtkSmartPointer<vtkPolyData> drawn = sharedCloud(*request.polyData);
-    drawn->SetVerts(vertexCells->forPoints(drawn->GetNumberOfPoints()));
-    const bool boundsAreKnown = request.cloudBounds[0] <= request.cloudBounds[1];
-    mapper->setCloudBounds(boundsAreKnown ? request.cloudBounds : finiteBounds(*drawn));
-    mapper->SetInputData(drawn);
+    if (request.scan) {
+        actor->show(*request.scan, *mapper);
+    } else {
+        Scan unknown;
+        unknown.cloud = request.polyData;
+        unknown.box = finiteBounds(*request.polyData);
+        actor->show(unknown, *mapper);
+    }
+    actor->setCoarse(true);
+}
+
+/// Frames that stream stay coarse also when they come slower than the full cloud would: drawing it
+/// between two of them would delay the second.
+void Olvik3DViewerWidget::startRestTimer()
+{
+    constexpr qint64 longestStreamInterval = 1000;
+    const qint64 interval = sinceLastFrame.isValid() ? sinceLastFrame.restart() : -1;
+    if (interval < 0)
+        sinceLastFrame.start();
+    const bool isStreaming = interval >= 0 && interval < longestStreamInterval
+        && static_cast<double>(interval - restMs) < actor->fullDrawTime();
+    rest.start(isStreaming ? std::max(restMs, static_cast<int>(interval * 3 / 2)) : restMs);
 }
 
 void Olvik3DViewerWidget::showAxesOf(const RenderData &request)
@@ -442,12 +440,13 @@ void Olvik3DViewerWidget::frameCloud()
 void Olvik3DViewerWidget::showStoredCloud()
 {
     const State current = sharedState();
-    if (!current.cloud || current.cloud->GetNumberOfPoints() == 0)
+    if (!current.scan || current.scan->cloud->GetNumberOfPoints() == 0)
         return;
-    // Scaling works in place and must not reach the stored points.
-    const bool staysUnscaled = isUnscaled(current.sceneScale());
-    loadPolyData(staysUnscaled ? sharedCloud(*current.cloud) : copiedCloud(*current.cloud),
-        current.boundsAll, current.boundsNoZero);
+    Scan again = *current.scan;
+    again.cloud = sharedCloud(*current.scan->cloud);
+    again.bounds = current.boundsAll;
+    again.heightRange = current.boundsNoZero;
+    loadScan(again);
 }
 
 void Olvik3DViewerWidget::setColorMode(const ColorMode &colorMode)
@@ -467,9 +466,10 @@ void Olvik3DViewerWidget::setColorMode(const ColorMode &colorMode)
 
 void Olvik3DViewerWidget::setGradient(const Gradient &currentGradient)
 {
+    auto colors = std::make_shared<const ColorLookup>(currentGradient.colorTable());
     {
         const QMutexLocker lock(&stateMutex);
-        state.gradient = std::make_shared<const Gradient>(currentGradient);
+        state.colors = std::move(colors);
     }
     showStoredCloud();
 }
@@ -586,7 +586,7 @@ void Olvik3DViewerWidget::myscale(vtkSmartPointer<vtkPolyData> polyData, float s
 void Olvik3DViewerWidget::userScale(vtkSmartPointer<vtkPolyData> polyData)
 {
     if (polyData)
-        scaleInPlace(*polyData, sharedState().sceneScale());
+        scalePoints(*polyData, sharedState().sceneScale());
 }
 
 std::array<double, 6> Olvik3DViewerWidget::computeBounds(vtkSmartPointer<vtkPolyData> polyData)

@@ -5,6 +5,7 @@
 #include "Gradient.h"
 #include "Olvik3DViewerExport.h"
 
+#include <QElapsedTimer>
 #include <QMetaType>
 #include <QMutex>
 #include <QTimer>
@@ -24,14 +25,16 @@
 class CloudActor;
 class CloudMapper;
 class CloudPicker;
+class ColorLookup;
 class DistanceMarker;
 class MouseInteractorStylePP;
-class VertexCells;
+class ScanPreparer;
 class vtkCubeAxesActor;
 class vtkGenericOpenGLRenderWindow;
 class vtkOpenGLCamera;
 class vtkOpenGLRenderer;
 class vtkShaderCallback;
+struct Scan;
 
 /// The 3D view: owns the whole scene, shows the clouds that it is handed, and reports picked points
 /// and measured distances.
@@ -59,10 +62,9 @@ public:
         float min = 0.0f; ///< low end of the height range, the shader's m_min
         float max = 0.0f; ///< high end of the height range
         float scale = 1.0f; ///< getScale() when the request was made
-        /// Box of the cloud's finite points in scene units; found anew when uninitialised (min >
-        /// max).
-        std::array<double, 6> cloudBounds = {1, -1, 1, -1, 1, -1};
-        std::shared_ptr<const Gradient> coloredBy; ///< gradient of the cloud's "Colors", if any
+        std::shared_ptr<const Scan> scan; ///< of polyData; null when nothing else is known of it
+        std::shared_ptr<const Scan> unscaled; ///< the same before the user's scale
+        std::shared_ptr<const ColorLookup> coloredBy; ///< where the cloud's "Colors" come from
     };
 
     /// The widget starts hidden. Sets Qt's default surface format to the one that VTK needs.
@@ -101,7 +103,7 @@ public Q_SLOTS:
     /// \param coords three doubles in scene units
     void onPixelPicked(const double *coords);
 
-    /// Shows a cloud. Dropped when an earlier one is still on its way to the screen. May be called
+    /// Shows a cloud, at first a subsample of one that takes long to draw. Dropped when an earlier one is still on its way to the screen. May be called
     /// from any thread; the scene is touched later, on the GUI thread. The cloud is scaled in place
     /// by the user's factors and in gradient mode given an array "Colors".
     /// \param polyData points as 32-bit floats; other points are replaced by such. A cloud that
@@ -111,6 +113,9 @@ public Q_SLOTS:
     /// \param boundsNoZero low and high end of the height range for colouring
     void loadPolyData(vtkSmartPointer<vtkPolyData> polyData, std::array<double, 6> boundsAll,
         std::array<double, 2> boundsNoZero);
+
+    /// loadPolyData() for a cloud that more is known of. Any thread.
+    void loadScan(const Scan &scan);
 
     void onRender(RenderData request);
 
@@ -170,7 +175,7 @@ private:
     /// What the worker and the GUI thread share. Guarded by stateMutex, which is held briefly.
     struct State
     {
-        vtkSmartPointer<vtkPolyData> cloud; ///< last cloud, unscaled; its points never change
+        std::shared_ptr<const Scan> scan; ///< the last one, unscaled; its points never change
         std::array<double, 6> boundsAll = {};
         std::array<double, 2> boundsNoZero = {};
         std::array<double, 6> axisBounds = {}; ///< box of the axes, unscaled
@@ -180,7 +185,7 @@ private:
         float scaleZ = 1.0f;
         int sensorHeight = 0;
         ColorMode colorMode = Auto;
-        std::shared_ptr<const Gradient> gradient; ///< replaced, never changed
+        std::shared_ptr<const ColorLookup> colors; ///< of the gradient
         RenderData lastData; ///< last request, its cloud replaced by emptyCloud
 
         std::array<float, 3> sceneScale() const { return {scaleX, scaleZ, scaleY}; }
@@ -189,19 +194,18 @@ private:
     void buildScene();
     void buildInteraction();
     void onCameraMoved();
-    void onCameraRests();
+    void onRest();
     void titleAxes();
     void frameCloud();
 
-    void submit(vtkPolyData &polyData, const std::array<double, 6> &bounds,
-        const std::array<double, 2> &heightRange);
-    State acceptBounds(
-        const std::array<double, 6> &bounds, const std::array<double, 2> &heightRange);
-    vtkSmartPointer<vtkPolyData> unscaledCopy(vtkPolyData &polyData, const State &current) const;
-    RenderData renderRequest(vtkPolyData &polyData, const State &current) const;
+    void submit(const Scan &scan);
+    void color(RenderData &request, const std::shared_ptr<const ColorLookup> &colors) const;
+    State acceptBounds(const Scan &scan);
+    RenderData renderRequest(const State &current) const;
     void showStoredCloud();
     void colorByCurrentGradient(RenderData &request) const;
     void showCloud(const RenderData &request);
+    void startRestTimer();
     void showAxesOf(const RenderData &request);
     void removeHeightShader();
     State sharedState() const;
@@ -221,7 +225,7 @@ private:
     vtkNew<vtkPolyData> emptyCloud;
     vtkSmartPointer<MouseInteractorStylePP> interactorStyle;
     vtkSmartPointer<vtkShaderCallback> shaderCallback; ///< null while the height shader is off
-    std::unique_ptr<VertexCells> vertexCells;
+    std::unique_ptr<ScanPreparer> preparer;
     std::unique_ptr<DistanceMarker> distanceMarker;
     QVector<std::array<double, 3>> pickedPoints;
     RenderData shown; ///< last request that was drawn
@@ -229,7 +233,8 @@ private:
     bool axesVisible = true;
     bool invertedAxis = false;
     bool resetCameraPending = true;
-    QTimer cameraRest; ///< runs while the camera moves; at its end the full cloud comes back
+    QTimer rest; ///< runs while the camera moves or frames stream; then the full cloud comes back
+    QElapsedTimer sinceLastFrame;
     AxesFly axesFly = AxesFly::Dynamic;
 };
 

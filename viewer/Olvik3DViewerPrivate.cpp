@@ -6,6 +6,7 @@
 #include "CloudScaleDailog.h"
 #include "DataConverter.h"
 #include "GradientTableWidget.h"
+#include "HeightBuffers.h"
 #include "Olvik3DViewerWidget.h"
 #include "OlvikSettings.h"
 #include "OpenGLCheck.h"
@@ -77,6 +78,7 @@ QAction *addCheckable(QMenu &menu, QActionGroup &group, const QString &text)
 Olvik3DViewerPrivate::Olvik3DViewerPrivate(QWidget *parent)
     : QObject(parent)
     , container(parent)
+    , heights(std::make_unique<HeightBuffers>())
     , settings(OlvikSettings::Instance())
 {
     qRegisterMetaType<OlvikProfileData>("OlvikProfileData");
@@ -383,7 +385,7 @@ void Olvik3DViewerPrivate::setBuffer(float *buffer, int width, int height)
     const QMutexLocker lock(&mutex);
     if (!processData || processData->isProcessingData())
         return;
-    lastProfile = OlvikProfileData(width, height, buffer);
+    lastProfile = heights->copyOf(buffer, width, height);
     Q_EMIT newProfileData(lastProfile, showZero);
 }
 

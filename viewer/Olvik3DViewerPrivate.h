@@ -13,6 +13,7 @@
 
 class CloudPMainWindow;
 class GradientTableWidget;
+class HeightBuffers;
 class Olvik3DViewerWidget;
 class OlvikSettings;
 class ProcessData;
@@ -98,6 +99,7 @@ private:
     QLabel *statusLabel = nullptr;
     QPointer<Olvik3DViewerWidget> viewer;
     QPointer<QGridLayout> layout; ///< null where the host's own layout took the view
+    std::unique_ptr<HeightBuffers> heights;
     OlvikProfileData lastProfile;
     bool showZero = true;
     QThread *workerThread = nullptr;
@@ -109,7 +111,7 @@ private:
     QFrame *gradientBar = nullptr; ///< shown in gradient mode; null in embedded mode
     QString gradientName;
     std::shared_ptr<OlvikSettings> settings;
-    QMutex mutex; ///< guards lastProfile, showZero and the hand-over to the worker
+    QMutex mutex; ///< guards heights, lastProfile, showZero and the hand-over to the worker
     bool hasWarnedOfNullBuffer = false;
     bool hasQuit = false;
 };

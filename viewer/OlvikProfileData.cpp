@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <new>
+#include <utility>
 
 OlvikProfileData::OlvikProfileData(int valuesPerProfile, int profiles, float *values)
     : width(valuesPerProfile)
@@ -18,3 +19,10 @@ OlvikProfileData::OlvikProfileData(int valuesPerProfile, int profiles, float *va
         new float[static_cast<std::size_t>(count)], std::default_delete<float[]>());
     std::copy_n(values, count, data.get());
 }
+
+OlvikProfileData::OlvikProfileData(
+    int valuesPerProfile, int profiles, std::shared_ptr<float> values)
+    : data(std::move(values))
+    , width(valuesPerProfile)
+    , height(profiles)
+{ }

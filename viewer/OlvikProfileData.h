@@ -24,6 +24,9 @@ public:
     /// \throws std::bad_alloc when there is no memory for the copy
     OlvikProfileData(int width, int height, float *values);
 
+    /// Takes over an array of width * height heights that nobody writes to any more.
+    OlvikProfileData(int width, int height, std::shared_ptr<float> values);
+
     float *GetRawPtr() const { return data.get(); }
     int GetWidth() const { return width; }
     int GetHeight() const { return height; }

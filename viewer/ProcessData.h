@@ -7,9 +7,11 @@
 
 #include <array>
 #include <atomic>
+#include <memory>
 #include <vector>
 
 class Olvik3DViewerWidget;
+class ScanConverter;
 
 /// Worker that turns buffers of heights into point clouds and hands them to the render widget.
 ///
@@ -21,6 +23,7 @@ class OLVIK3DVIEWER_EXPORT ProcessData : public QObject
 public:
     /// \param renderWidget borrowed; must outlive the worker
     ProcessData(Olvik3DViewerWidget *renderWidget, QObject *parent);
+    ~ProcessData() override;
 
     bool isProcessingData() const;
 
@@ -39,9 +42,8 @@ public Q_SLOTS:
     void onNewProfileData(OlvikProfileData data, bool showZero);
 
 private:
-    void convert(bool showZero);
-
     std::atomic<bool> processing{false};
     OlvikProfileData profile;
     Olvik3DViewerWidget *renderWidget;
+    std::unique_ptr<ScanConverter> converter;
 };

@@ -1,15 +1,20 @@
 #include "Subsample.h"
 
-#include <vtkCellArray.h>
-#include <vtkIdTypeArray.h>
+#include "GridRows.h"
+
 #include <vtkNew.h>
 #include <vtkPoints.h>
+#include <vtkPolyData.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <limits>
 #include <vector>
 
 namespace {
+
+using Point = std::array<float, 3>;
 
 /// Smallest step between different values of one coordinate of neighbouring points: the distance of two
 /// columns or profiles, whatever the user's scale.
@@ -59,6 +64,7 @@ std::vector<vtkIdType> inColumnsAndProfiles(const float *xyz, vtkIdType count, i
     return ids;
 }
 
+/// For points that are not laid out in profiles.
 std::vector<vtkIdType> eachOfMany(vtkIdType count, int step)
 {
     std::vector<vtkIdType> ids;
@@ -67,27 +73,79 @@ std::vector<vtkIdType> eachOfMany(vtkIdType count, int step)
     return ids;
 }
 
-} // namespace
-
-int subsampleStep(vtkIdType pointCount, vtkIdType budget)
+vtkSmartPointer<vtkPolyData> cloudOf(const std::vector<Point> &chosen)
 {
-    const double share = static_cast<double>(pointCount) / static_cast<double>(budget);
-    return std::max(1, static_cast<int>(std::ceil(std::sqrt(share))));
+    vtkNew<vtkPoints> points;
+    points->SetNumberOfPoints(static_cast<vtkIdType>(chosen.size()));
+    std::copy(chosen.begin(), chosen.end(), static_cast<Point *>(points->GetVoidPointer(0)));
+    auto cloud = vtkSmartPointer<vtkPolyData>::New();
+    cloud->SetPoints(points);
+    return cloud;
 }
 
-vtkSmartPointer<vtkCellArray> subsampleCells(vtkPoints &points, int step)
+/// Ratio of all points to those of a subsample, rounded up.
+int sharePerPoint(std::int64_t pointCount)
+{
+    return static_cast<int>((pointCount + subsampleBudget - 1) / subsampleBudget);
+}
+
+struct GridStep
+{
+    int columns;
+    int rows;
+};
+
+/// As wide as it is high, unless the grid is too narrow for that.
+GridStep gridStep(std::int64_t pointCount, int width, std::int64_t height)
+{
+    const int share = sharePerPoint(pointCount);
+    const int square = static_cast<int>(std::ceil(std::sqrt(static_cast<double>(share))));
+    if (height < square)
+        return {share, 1};
+    if (width < square)
+        return {1, share};
+    return {square, square};
+}
+
+} // namespace
+
+Subsample gridSubsample(const float *heights, int width, std::int64_t count, bool showZero)
+{
+    if (count <= subsampleBudget)
+        return {};
+
+    const GridStep step = gridStep(count, width, (count + width - 1) / width);
+    std::vector<Point> chosen;
+    chosen.reserve(static_cast<std::size_t>(subsampleBudget));
+    forEachRow(width, count, [&](int row, std::int64_t offset, int samples) {
+        if (row % step.rows != 0)
+            return;
+        for (int column = 0; column < samples; column += step.columns) {
+            const float height = heights[offset + column];
+            if (showZero || height != 0.0f)
+                chosen.push_back({static_cast<float>(column), static_cast<float>(row), height});
+        }
+    });
+    return {cloudOf(chosen), std::max(step.columns, step.rows)};
+}
+
+Subsample cloudSubsample(vtkPoints &points)
 {
     const vtkIdType count = points.GetNumberOfPoints();
-    const auto *xyz = static_cast<const float *>(points.GetVoidPointer(0));
-    std::vector<vtkIdType> ids = inColumnsAndProfiles(xyz, count, step);
+    if (count <= subsampleBudget)
+        return {};
 
+    const auto *xyz = static_cast<const float *>(points.GetVoidPointer(0));
+    const int step = gridStep(count, std::numeric_limits<int>::max(), count).columns;
+    std::vector<vtkIdType> ids = inColumnsAndProfiles(xyz, count, step);
     const auto kept = static_cast<vtkIdType>(ids.size());
     const vtkIdType expected = count / step / step;
     if (kept < expected / 4 || kept > 4 * expected)
         ids = eachOfMany(count, step);
 
-    auto cells = vtkSmartPointer<vtkCellArray>::New();
-    if (!ids.empty())
-        cells->InsertNextCell(static_cast<vtkIdType>(ids.size()), ids.data());
-    return cells;
+    std::vector<Point> chosen;
+    chosen.reserve(ids.size());
+    for (const vtkIdType id : ids)
+        chosen.push_back({xyz[3 * id], xyz[3 * id + 1], xyz[3 * id + 2]});
+    return {cloudOf(chosen), step};
 }
