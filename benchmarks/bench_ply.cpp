@@ -51,7 +51,13 @@ template <bool write(vtkPolyData &, const QString &)> void writing(benchmark::St
     state.SetBytesProcessed(QFile(path).size() * state.iterations());
 }
 
-BENCHMARK_TEMPLATE(writing, writeStock)->Arg(1024)->Arg(2048)->Unit(benchmark::kMillisecond);
-BENCHMARK_TEMPLATE(writing, writePly)->Arg(1024)->Arg(2048)->Unit(benchmark::kMillisecond);
+void sizes(benchmark::internal::Benchmark *writing)
+{
+    writing->Arg(1024)->Arg(2048)->Unit(benchmark::kMillisecond);
+    writing->MeasureProcessCPUTime()->UseRealTime();
+}
+
+BENCHMARK_TEMPLATE(writing, writeStock)->Apply(sizes);
+BENCHMARK_TEMPLATE(writing, writePly)->Apply(sizes);
 
 } // namespace

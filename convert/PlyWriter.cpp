@@ -1,14 +1,18 @@
 #include "PlyWriter.h"
 
+#include "FloatText.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QtConcurrent>
 
+#include <vtkFloatArray.h>
 #include <vtkPoints.h>
 #include <vtkPolyData.h>
 
-#include <charconv>
-#include <cmath>
+#include <algorithm>
+#include <array>
 #include <csignal>
 #include <ctime>
 #include <vector>
@@ -18,12 +22,13 @@
 
 namespace {
 
-constexpr std::size_t blockSize = 256UL * 1024;
-/// A number like "-3.4028234663852886e+38" and the blank behind it.
-constexpr std::size_t longestNumber = 25;
-constexpr std::size_t longestLine = 3 * longestNumber + 1;
+constexpr vtkIdType pointsPerBlock = 4096;
+/// Keeps the pool busy while one block is written; 400 kB each.
+constexpr vtkIdType blocksAtOnce = 8;
+constexpr std::size_t longestLine = 3 * (floatTextRoom + 1) + 1;
 
-/// Keeps the end of a pipe's reader from ending the host: the write fails instead.
+/// Keeps the end of a pipe's reader from ending the host: the write fails instead. Not around the
+/// start of a thread, which would inherit the block.
 class BrokenPipeGuard
 {
 public:
@@ -78,58 +83,89 @@ QByteArray headerText(vtkIdType count)
 
 bool writeAll(QIODevice &device, const char *data, qint64 size)
 {
+    const BrokenPipeGuard guard;
     return device.write(data, size) == size;
-}
-
-/// Two thirds of a scan's numbers are columns and rows; written as integers they cost next to nothing.
-bool isSmallInteger(double value)
-{
-    constexpr double limit = 1e9;
-    return std::abs(value) < limit && value == std::trunc(value)
-        && !(value == 0.0 && std::signbit(value));
-}
-
-/// \param text has room for longestNumber
-/// \return the end of the number
-char *appendNumber(char *text, double value)
-{
-    char *const limit = text + longestNumber;
-    if (isSmallInteger(value))
-        return std::to_chars(text, limit, static_cast<int>(value)).ptr;
-    return std::to_chars(text, limit, value, std::chars_format::general, 17).ptr;
 }
 
 /// \param line has room for longestLine
 /// \return the end of the text
-char *appendPoint(char *line, const double (&point)[3])
+char *appendPoint(char *line, const float *point)
 {
-    for (const double coordinate : point) {
-        // Clouds in double precision lose digits as in the stock writer, whose columns are floats.
-        line = appendNumber(line, static_cast<float>(coordinate));
+    for (int axis = 0; axis < 3; ++axis) {
+        line = appendFloat(line, point[axis]);
         *line++ = ' ';
     }
     *line++ = '\n';
     return line;
 }
 
+/// The text of some points, made by a thread of the global pool while others are written.
+class Block
+{
+public:
+    Block() = default;
+    ~Block() { future.waitForFinished(); }
+    Q_DISABLE_COPY_MOVE(Block)
+
+    void format(vtkPoints &points, vtkIdType first, vtkIdType count)
+    {
+        const float *const begin = coordinates(points, first, count);
+        const float *const end = begin + 3 * count;
+        text.resize(static_cast<std::size_t>(count) * longestLine);
+        future = QtConcurrent::run([this, begin, end] {
+            char *line = text.data();
+            for (const float *point = begin; point != end; point += 3)
+                line = appendPoint(line, point);
+            return static_cast<qint64>(line - text.data());
+        });
+    }
+
+    bool write(QIODevice &device) { return writeAll(device, text.data(), future.result()); }
+
+private:
+    const float *coordinates(vtkPoints &points, vtkIdType first, vtkIdType count)
+    {
+        auto *const xyz = vtkFloatArray::FastDownCast(points.GetData());
+        if (xyz != nullptr && xyz->GetNumberOfComponents() == 3)
+            return xyz->GetPointer(3 * first);
+        copy.clear();
+        for (vtkIdType i = first; i < first + count; ++i) {
+            double point[3];
+            points.GetPoint(i, point);
+            // Doubles lose digits as in the stock writer, whose columns are floats.
+            for (const double coordinate : point)
+                copy.push_back(static_cast<float>(coordinate));
+        }
+        return copy.data();
+    }
+
+    std::vector<float> copy;
+    std::vector<char> text;
+    QFuture<qint64> future;
+};
+
 bool writePoints(QIODevice &device, vtkPoints &points)
 {
-    std::vector<char> block(blockSize);
-    char *const begin = block.data();
-    char *const full = begin + blockSize - longestLine;
-    char *end = begin;
-    const vtkIdType count = points.GetNumberOfPoints();
-    for (vtkIdType i = 0; i < count; ++i) {
-        double point[3];
-        points.GetPoint(i, point);
-        end = appendPoint(end, point);
-        if (end < full)
-            continue;
-        if (!writeAll(device, begin, end - begin))
+    std::array<Block, blocksAtOnce> ring;
+    const vtkIdType pointCount = points.GetNumberOfPoints();
+    const vtkIdType blockCount = (pointCount + pointsPerBlock - 1) / pointsPerBlock;
+    const auto blockOf = [&](vtkIdType i) -> Block & {
+        return ring[std::size_t(i % blocksAtOnce)];
+    };
+    const auto format = [&](vtkIdType i) {
+        const vtkIdType first = i * pointsPerBlock;
+        if (i < blockCount)
+            blockOf(i).format(points, first, std::min(pointsPerBlock, pointCount - first));
+    };
+
+    for (vtkIdType i = 0; i < blocksAtOnce; ++i)
+        format(i);
+    for (vtkIdType i = 0; i < blockCount; ++i) {
+        if (!blockOf(i).write(device))
             return false;
-        end = begin;
+        format(i + blocksAtOnce);
     }
-    return writeAll(device, begin, end - begin);
+    return true;
 }
 
 bool writeCloud(QIODevice &device, vtkPolyData &cloud)
@@ -149,7 +185,6 @@ bool writeInPlace(vtkPolyData &cloud, const QString &path)
     if (descriptor < 0)
         return false;
 
-    const BrokenPipeGuard guard;
     QFile file;
     const auto mode = QIODevice::WriteOnly | QIODevice::Unbuffered;
     if (::fcntl(descriptor, F_SETFL, 0) != 0
