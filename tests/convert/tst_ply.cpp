@@ -8,8 +8,11 @@
 #include <vtkPoints.h>
 #include <vtkPolyData.h>
 
+#include <cmath>
 #include <csignal>
+#include <cstring>
 #include <limits>
+#include <random>
 #include <vector>
 
 #include <sys/resource.h>
@@ -19,9 +22,32 @@ namespace {
 using Limits = std::numeric_limits<float>;
 using Coordinates = std::vector<float>;
 
-vtkSmartPointer<vtkPolyData> cloudOf(const Coordinates &values)
+/// More than the writer's blocks hold at once.
+Coordinates hostileFloats()
+{
+    Coordinates values{Limits::quiet_NaN(), -Limits::quiet_NaN(), -Limits::infinity(),
+        Limits::denorm_min(), Limits::max(), Limits::lowest(), 0.0f, -0.0f, 16777217.0f, -1e9f,
+        2147483648.0f};
+    for (int exponent = -6; exponent <= 18; ++exponent) {
+        const auto power = static_cast<float>(std::pow(10.0, exponent));
+        values.insert(values.end(),
+            {power, -power, std::nextafter(power, 0.0f), std::nextafter(power, Limits::max())});
+    }
+    std::mt19937 random;
+    for (int i = 0; i < 70000; ++i) {
+        // Few binary places end in a tie at the last digit, or before it.
+        const auto significand = static_cast<float>(random() >> (8 + random() % 24));
+        values.push_back(std::ldexp(significand, -static_cast<int>(random() % 40)));
+        const auto anyBits = static_cast<quint32>(random());
+        std::memcpy(&values.emplace_back(), &anyBits, sizeof anyBits);
+    }
+    return values;
+}
+
+vtkSmartPointer<vtkPolyData> cloudOf(const Coordinates &values, int dataType = VTK_FLOAT)
 {
     vtkNew<vtkPoints> points;
+    points->SetDataType(dataType);
     for (std::size_t i = 0; i + 2 < values.size(); i += 3)
         points->InsertNextPoint(values.data() + i);
     auto cloud = vtkSmartPointer<vtkPolyData>::New();
@@ -51,11 +77,17 @@ class TestPly : public QObject
     QString scan = dir.filePath("scan.ply");
 
 private Q_SLOTS:
+    void writesTheStockWritersBytes_data()
+    {
+        QTest::addColumn<int>("dataType");
+        QTest::newRow("floats") << VTK_FLOAT;
+        QTest::newRow("doubles") << VTK_DOUBLE;
+    }
+
     void writesTheStockWritersBytes()
     {
-        const auto cloud = cloudOf({Limits::quiet_NaN(), -Limits::quiet_NaN(), -Limits::infinity(),
-            Limits::denorm_min(), Limits::max(), Limits::lowest(), -0.0f, 1e16f, 1e-4f, 1e-5f,
-            100000.0f, 16777217.0f, -1e9f, 2147483648.0f, 1e10f, 0.1f});
+        QFETCH(const int, dataType);
+        const auto cloud = cloudOf(hostileFloats(), dataType);
         const QString stockName = dir.filePath("stock.ply");
         vtkNew<vtkPLYWriter> stock;
         stock->SetFileTypeToASCII();
