@@ -1,0 +1,69 @@
+#include "FrameClock.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QTimer>
+#include <QVTKOpenGLNativeWidget.h>
+
+#include <vtkRenderWindow.h>
+
+#include <utility>
+
+FrameClock::FrameClock(Pipeline &measured)
+    : pipeline(measured)
+{
+    QVTKOpenGLNativeWidget *view = &pipeline.view();
+    pipeline.whenRendered([this] { isRendered = true; });
+    // Whatever is swapped after a cloud was rendered shows it.
+    QObject::connect(view, &QOpenGLWidget::frameSwapped, view, [this] {
+        ++swaps;
+        clouds += std::exchange(isRendered, false) ? 1 : 0;
+    });
+}
+
+void FrameClock::settle()
+{
+    QEventLoop loop;
+    QTimer::singleShot(300, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+void FrameClock::waitForCloud()
+{
+    const int before = clouds;
+    while (clouds == before)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+double FrameClock::show(Heights &heights, int side)
+{
+    QElapsedTimer timer;
+    timer.start();
+    pipeline.setBuffer(heights, side);
+    waitForCloud();
+    return milliseconds(timer);
+}
+
+double FrameClock::showConverted()
+{
+    QElapsedTimer timer;
+    timer.start();
+    waitForCloud();
+    return milliseconds(timer);
+}
+
+double FrameClock::redraw()
+{
+    return showChange([this] { pipeline.view().renderWindow()->Render(); });
+}
+
+double FrameClock::showChange(const std::function<void()> &change)
+{
+    const int before = swaps;
+    QElapsedTimer timer;
+    timer.start();
+    change();
+    while (swaps == before)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    return milliseconds(timer);
+}
