@@ -1,8 +1,9 @@
 #include "DataConverter.h"
-#include "FrameClock.h"
+#include "Heights.h"
 #include "Measurements.h"
 #include "plain/PlainConverter.h"
 #include "Statistics.h"
+#include "Stopwatch.h"
 
 #include <cstring>
 #include <thread>
@@ -85,10 +86,9 @@ private:
 
     double rateOf(const std::function<void()> &job) const
     {
-        QElapsedTimer timer;
-        timer.start();
+        const Stopwatch watch;
         job();
-        return traffic / static_cast<double>(timer.nsecsElapsed());
+        return traffic / (1e6 * watch.milliseconds());
     }
 
     double traffic;

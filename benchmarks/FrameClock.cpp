@@ -1,5 +1,7 @@
 #include "FrameClock.h"
 
+#include "Stopwatch.h"
+
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QTimer>
@@ -37,19 +39,17 @@ void FrameClock::waitForCloud()
 
 double FrameClock::show(Heights &heights, int side)
 {
-    QElapsedTimer timer;
-    timer.start();
+    const Stopwatch watch;
     pipeline.setBuffer(heights, side);
     waitForCloud();
-    return milliseconds(timer);
+    return watch.milliseconds();
 }
 
 double FrameClock::showConverted()
 {
-    QElapsedTimer timer;
-    timer.start();
+    const Stopwatch watch;
     waitForCloud();
-    return milliseconds(timer);
+    return watch.milliseconds();
 }
 
 double FrameClock::redraw()
@@ -60,10 +60,9 @@ double FrameClock::redraw()
 double FrameClock::showChange(const std::function<void()> &change)
 {
     const int before = swaps;
-    QElapsedTimer timer;
-    timer.start();
+    const Stopwatch watch;
     change();
     while (swaps == before)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    return milliseconds(timer);
+    return watch.milliseconds();
 }

@@ -2,17 +2,6 @@
 
 #include "Pipeline.h"
 
-#include <QElapsedTimer>
-#include <QSize>
-
-/// Both viewers draw into windows of this size.
-constexpr QSize measuredViewSize(800, 600);
-
-inline double milliseconds(const QElapsedTimer &timer)
-{
-    return static_cast<double>(timer.nsecsElapsed()) / 1e6;
-}
-
 /// Follows frames until they are on screen. Measures in milliseconds.
 class FrameClock
 {

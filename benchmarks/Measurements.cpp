@@ -4,6 +4,7 @@
 #include "OurPipeline.h"
 #include "plain/PlainPipeline.h"
 #include "Statistics.h"
+#include "Stopwatch.h"
 
 #include <QCoreApplication>
 #include <QMouseEvent>
@@ -51,10 +52,9 @@ public:
     {
         double elapsed = 0.0;
         const auto timed = [&job, &elapsed] {
-            QElapsedTimer timer;
-            timer.start();
+            const Stopwatch watch;
             job();
-            elapsed = milliseconds(timer);
+            elapsed = watch.milliseconds();
         };
         QMetaObject::invokeMethod(&context, timed, Qt::BlockingQueuedConnection);
         return elapsed;
@@ -78,21 +78,20 @@ struct Update
 Update timedUpdate(
     Pipeline &pipeline, FrameClock &clock, Worker &worker, Heights &heights, int side)
 {
-    QElapsedTimer timer;
-    timer.start();
+    const Stopwatch watch;
     const std::function<void()> conversion = pipeline.conversionOf(heights, side);
-    const double copy = milliseconds(timer);
+    const double copy = watch.milliseconds();
     const double converting = worker.millisecondsOf(conversion);
     const double toScreen = clock.showConverted();
     return {copy, converting, toScreen, clock.redraw()};
 }
 
-double medianOf(const std::vector<Update> &updates, double (*part)(const Update &))
+std::vector<double> valuesOf(const std::vector<Update> &updates, double (*part)(const Update &))
 {
     std::vector<double> values;
     for (const Update &update : updates)
         values.push_back(part(update));
-    return median(values);
+    return values;
 }
 
 void moveMouse(QWidget &view, QEvent::Type type, int x)
@@ -128,11 +127,15 @@ QJsonObject measureUpdate(Pipeline &pipeline, const Task &task)
         if (i >= warmUpFrames)
             updates.push_back(update);
     }
-    return {{"ms", medianOf(updates, [](const Update &each) { return each.apartFromDrawing(); })},
-        {"copy_ms", medianOf(updates, [](const Update &each) { return each.copy; })},
-        {"conversion_ms", medianOf(updates, [](const Update &each) { return each.conversion; })},
-        {"to_screen_ms", medianOf(updates, [](const Update &each) { return each.toScreen; })},
-        {"redraw_ms", medianOf(updates, [](const Update &each) { return each.redraw; })}};
+    const auto cost = valuesOf(updates, [](const Update &each) { return each.apartFromDrawing(); });
+    const auto copy = valuesOf(updates, [](const Update &each) { return each.copy; });
+    const auto conversion = valuesOf(updates, [](const Update &each) { return each.conversion; });
+    const auto toScreen = valuesOf(updates, [](const Update &each) { return each.toScreen; });
+    const auto redraw = valuesOf(updates, [](const Update &each) { return each.redraw; });
+    return {{"ms", median(cost)}, {"lower_quartile_ms", quantile(cost, 0.25)},
+        {"upper_quartile_ms", quantile(cost, 0.75)}, {"copy_ms", median(copy)},
+        {"conversion_ms", median(conversion)}, {"to_screen_ms", median(toScreen)},
+        {"redraw_ms", median(redraw)}};
 }
 
 QJsonObject measureShown(Pipeline &pipeline, const Task &task)

@@ -1,6 +1,5 @@
 #include "OurPipeline.h"
 
-#include "FrameClock.h"
 #include "Olvik3DViewerWidget.h"
 
 OurPipeline::OurPipeline()

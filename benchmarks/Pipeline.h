@@ -2,11 +2,16 @@
 
 #include "Heights.h"
 
+#include <QSize>
+
 #include <functional>
 #include <memory>
 
 class QString;
 class QVTKOpenGLNativeWidget;
+
+/// Both viewers draw into windows of this size.
+constexpr QSize measuredViewSize(800, 600);
 
 /// A viewer under measurement, shown in a window of its own. GUI thread only.
 class Pipeline

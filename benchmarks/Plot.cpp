@@ -8,8 +8,9 @@
 
 namespace {
 
-constexpr QSize pictureSize(1280, 860);
-constexpr QRectF frame(110, 90, 1130, 670);
+constexpr QSize pictureSize(1280, 960);
+constexpr QRectF frame(110, 90, 1130, 640);
+constexpr QRectF legend(110, 825, 1130, 110);
 constexpr int textSize = 20;
 
 struct Curve
@@ -60,8 +61,8 @@ Curve memoryLimit(const Results &results, int mainSide)
     const Task task{"bandwidth", {}, mainSide};
     const double gigabytesPerSecond =
         std::max(results.value(task, "copy_1_thread"), results.value(task, "copy_2_threads"));
-    Curve curve{"least for the memory: 4 bytes read, 12 written for each point", Qt::darkGray,
-        Qt::DotLine, {}};
+    Curve curve{
+        "memory limit: 4 bytes read and 12 written for each point", Qt::darkGray, Qt::DotLine, {}};
     for (const int side : results.sidesOf("shown"))
         curve.points.emplace_back(
             millionsOf(side), bytesPerPoint * side * side / gigabytesPerSecond / 1e6);
@@ -75,10 +76,10 @@ std::vector<Curve> curvesOf(const Results &results, int mainSide)
     return {curveOf(results, "shown", "plain",
                 {"plain: handed over to on screen", plain, Qt::SolidLine, {}}),
         curveOf(results, "update", "plain", {"plain: apart from drawing", plain, Qt::DashLine, {}}),
+        memoryLimit(results, mainSide),
         curveOf(
             results, "shown", "ours", {"ours: handed over to on screen", ours, Qt::SolidLine, {}}),
-        curveOf(results, "update", "ours", {"ours: apart from drawing", ours, Qt::DashLine, {}}),
-        memoryLimit(results, mainSide)};
+        curveOf(results, "update", "ours", {"ours: apart from drawing", ours, Qt::DashLine, {}})};
 }
 
 Axes axesAround(const std::vector<Curve> &curves)
@@ -132,7 +133,7 @@ void drawTitles(QPainter &painter)
 {
     painter.setPen(Qt::black);
     painter.drawText(QRectF(frame.left(), frame.bottom() + 45, frame.width(), 40), Qt::AlignHCenter,
-        "size of the cloud, million points");
+        "size of the cloud, million points (1 million = 1024 \u00d7 1024)");
     painter.save();
     painter.rotate(-90);
     painter.drawText(QRectF(-frame.bottom(), 8, frame.height(), 40), Qt::AlignHCenter,
@@ -173,25 +174,27 @@ void drawCurve(QPainter &painter, const Axes &axes, const Curve &curve)
         drawMarker(painter, curve, at);
 }
 
+void drawLegendEntry(QPainter &painter, const Curve &curve, const QRectF &place)
+{
+    const QPointF from(place.left(), place.center().y());
+    const QPointF to(from.x() + 70, from.y());
+    painter.setPen(penOf(curve));
+    painter.drawLine(from, to);
+    drawMarker(painter, curve, (from + to) / 2);
+    painter.setPen(Qt::black);
+    painter.drawText(place.adjusted(85, 0, 0, 0), Qt::AlignVCenter, curve.title);
+}
+
+/// Below the plot, filled column by column: the curves cover all of the frame.
 void drawLegend(QPainter &painter, const std::vector<Curve> &curves)
 {
-    constexpr double lineHeight = 30.0;
-    const QRectF box(frame.left() + 20, frame.top() + 20, 700,
-        lineHeight * static_cast<double>(curves.size()) + 16);
-    painter.setPen(QPen(QColor(190, 190, 190), 1));
-    painter.setBrush(Qt::white);
-    painter.drawRect(box);
-    double y = box.top() + 8 + lineHeight / 2;
-    for (const Curve &curve : curves) {
-        const QPointF from(box.left() + 15, y);
-        const QPointF to(box.left() + 85, y);
-        painter.setPen(penOf(curve));
-        painter.drawLine(from, to);
-        drawMarker(painter, curve, (from + to) / 2);
-        painter.setPen(Qt::black);
-        painter.drawText(QRectF(to.x() + 15, y - lineHeight / 2, box.width() - 110, lineHeight),
-            Qt::AlignVCenter, curve.title);
-        y += lineHeight;
+    constexpr std::size_t columns = 2;
+    const std::size_t lines = (curves.size() + columns - 1) / columns;
+    const QSizeF size(legend.width() / columns, legend.height() / static_cast<double>(lines));
+    for (std::size_t i = 0; i < curves.size(); ++i) {
+        const QPointF place(static_cast<double>(i / lines) * size.width(),
+            static_cast<double>(i % lines) * size.height());
+        drawLegendEntry(painter, curves[i], QRectF(legend.topLeft() + place, size));
     }
 }
 

@@ -166,12 +166,25 @@ QString targetText(const Row &row, bool isJudged)
     return text + (row.target.isMet(row.plain, row.ours) ? ": met" : ": **missed**");
 }
 
+QString numberText(double value)
+{
+    return QString::number(value, 'f', 1);
+}
+
+/// As a share where ours is less, as a multiple where it is more.
+QString ratioText(double plain, double ours)
+{
+    // What is left of two noisy times may be nothing.
+    if (plain <= 0.0 || ours <= 0.0)
+        return QStringLiteral("-");
+    return ours < plain ? "1/" + numberText(plain / ours) : numberText(ours / plain);
+}
+
 QString lineOf(const Row &row, bool isJudged)
 {
-    const auto number = [](double value) { return QString::number(value, 'f', 1); };
-    return QStringLiteral("| %1, %2 | %3 | %4 | 1/%5 | %6 |\n")
-        .arg(row.figure, row.unit, number(row.plain), number(row.ours),
-            number(row.plain / row.ours), targetText(row, isJudged));
+    return QStringLiteral("| %1, %2 | %3 | %4 | %5 | %6 |\n")
+        .arg(row.figure, row.unit, numberText(row.plain), numberText(row.ours),
+            ratioText(row.plain, row.ours), targetText(row, isJudged));
 }
 
 } // namespace

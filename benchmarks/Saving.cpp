@@ -1,11 +1,12 @@
-#include "FrameClock.h"
+#include "Heights.h"
 #include "Measurements.h"
 #include "plain/PlainConverter.h"
 #include "plain/PlainWriter.h"
 #include "PlyWriter.h"
 #include "Statistics.h"
+#include "Stopwatch.h"
 
-#include <QFile>
+#include <QDir>
 #include <QFileInfo>
 #include <QTemporaryDir>
 
@@ -30,11 +31,10 @@ QJsonObject measureSave(const Task &task)
     const QString path = folder.filePath(QStringLiteral("cloud.ply"));
     std::vector<double> times;
     for (int i = 0; i < task.repeats; ++i) {
-        QElapsedTimer timer;
-        timer.start();
+        const Stopwatch watch;
         if (!write(*cloud, path))
             return {};
-        times.push_back(milliseconds(timer));
+        times.push_back(watch.milliseconds());
     }
     return {{"ms", median(times)}, {"bytes", static_cast<double>(QFileInfo(path).size())}};
 }

@@ -1,6 +1,7 @@
 #include "FrameClock.h"
 #include "Measurements.h"
 #include "Statistics.h"
+#include "Stopwatch.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -42,18 +43,26 @@ public:
     Heartbeat()
     {
         timer.setTimerType(Qt::PreciseTimer);
-        QObject::connect(&timer, &QTimer::timeout, &timer, [this] {
-            gaps.push_back(milliseconds(sinceTick));
-            sinceTick.start();
-        });
-        sinceTick.start();
+        QObject::connect(&timer, &QTimer::timeout, &timer, [this] { beat(); });
         timer.start(1);
     }
 
-    std::vector<double> gaps;
+    /// The one that is still open included.
+    std::vector<double> gapsSoFar()
+    {
+        beat();
+        return gaps;
+    }
 
 private:
-    QElapsedTimer sinceTick;
+    void beat()
+    {
+        gaps.push_back(sinceTick.milliseconds());
+        sinceTick.restart();
+    }
+
+    std::vector<double> gaps;
+    Stopwatch sinceTick;
     QTimer timer;
 };
 
@@ -92,14 +101,14 @@ QJsonObject measureStall(Pipeline &pipeline, const Task &task)
     FrameClock::settle();
 
     const int before = clock.shownClouds();
-    QElapsedTimer timer;
-    timer.start();
+    const Stopwatch watch;
     stream.start();
     Heartbeat heartbeat;
     QEventLoop loop;
     QTimer::singleShot(task.repeats * millisecondsBetweenBuffers, &loop, &QEventLoop::quit);
     loop.exec();
-    const double seconds = milliseconds(timer) / 1000.0;
-    return {{"ms", quantile(heartbeat.gaps, 1.0)}, {"p99_ms", quantile(heartbeat.gaps, 0.99)},
+    const std::vector<double> gaps = heartbeat.gapsSoFar();
+    const double seconds = watch.milliseconds() / 1000.0;
+    return {{"ms", quantile(gaps, 1.0)}, {"p99_ms", quantile(gaps, 0.99)},
         {"clouds_per_second", (clock.shownClouds() - before) / seconds}};
 }

@@ -1,7 +1,5 @@
 #include "PlainPipeline.h"
 
-#include "FrameClock.h"
-
 #include <QVBoxLayout>
 
 PlainPipeline::PlainPipeline()
