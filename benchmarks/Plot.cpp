@@ -61,8 +61,7 @@ Curve memoryLimit(const Results &results, int mainSide)
     const Task task{"bandwidth", {}, mainSide};
     const double gigabytesPerSecond =
         std::max(results.value(task, "copy_1_thread"), results.value(task, "copy_2_threads"));
-    Curve curve{
-        "memory limit: 4 bytes read and 12 written for each point", Qt::darkGray, Qt::DotLine, {}};
+    Curve curve{"memory limit: 16 bytes for each point", Qt::darkGray, Qt::DotLine, {}};
     for (const int side : results.sidesOf("shown"))
         curve.points.emplace_back(
             millionsOf(side), bytesPerPoint * side * side / gigabytesPerSecond / 1e6);

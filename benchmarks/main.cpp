@@ -2,6 +2,7 @@
 // a table, as JSON and as a picture.
 
 #include "Campaign.h"
+#include "Machine.h"
 #include "Plot.h"
 #include "Report.h"
 
@@ -9,6 +10,7 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QJsonDocument>
+#include <QJsonObject>
 #include <QSaveFile>
 
 #include <cstdio>
@@ -33,14 +35,16 @@ int runAll(const QCommandLineParser &options)
 {
     const bool isShort = options.isSet("short");
     const Campaign campaign = isShort ? shortCampaign() : fullCampaign();
+    const QString machine = machineText();
     const auto results = runCampaign(campaign, QCoreApplication::applicationFilePath());
     if (!results)
         return 1;
-    const QString table = tableOf(*results, campaign.mainSide, !isShort);
+    const QString table = machine + ".\n" + tableOf(*results, campaign.mainSide, !isShort);
+    const QJsonObject json{{"machine", machine}, {"figures", results->toJson()}};
     std::fputs(qPrintable(table), stdout);
     const QDir folder(options.value("output"));
     const bool isWritten = folder.mkpath(".")
-        && writeFile(folder.filePath("compare.json"), QJsonDocument(results->toJson()).toJson())
+        && writeFile(folder.filePath("compare.json"), QJsonDocument(json).toJson())
         && writeFile(folder.filePath("compare.md"), table.toUtf8())
         && plotOf(*results, campaign.mainSide).save(options.value("plot"));
     if (!isWritten)
