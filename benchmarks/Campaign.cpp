@@ -26,7 +26,7 @@ void addTable(Campaign &campaign, int repeats, int streamedBuffers)
     addBoth(campaign.tasks, {"first", {}, side});
     addBoth(campaign.tasks, {"shown", {}, side, repeats});
     addBoth(campaign.tasks, {"update", {}, side, repeats});
-    addBoth(campaign.tasks, {"update", {}, side, repeats, true});
+    addBoth(campaign.tasks, {"gradient", {}, side, repeats});
     addBoth(campaign.tasks, {"save", {}, side, 1});
     addBoth(campaign.tasks, {"stall", {}, side, streamedBuffers});
     campaign.tasks.push_back({"bandwidth", {}, side, 5 * repeats});
@@ -47,8 +47,8 @@ QJsonObject runTask(const Task &task, const QString &program)
 
 void printProgress(std::size_t number, std::size_t count, const Task &task)
 {
-    std::fprintf(stderr, "[%zu/%zu] %s %s %d x %d%s\n", number, count, qPrintable(task.figure),
-        qPrintable(task.viewer), task.side, task.side, task.byGradient ? " gradient" : "");
+    std::fprintf(stderr, "[%zu/%zu] %s %s %d x %d\n", number, count, qPrintable(task.figure),
+        qPrintable(task.viewer), task.side, task.side);
 }
 
 } // namespace
@@ -102,13 +102,13 @@ std::optional<Results> runCampaign(const Campaign &campaign, const QString &prog
 QStringList argumentsOf(const Task &task)
 {
     return {taskOption, task.figure, task.viewer, QString::number(task.side),
-        QString::number(task.repeats), QString(task.byGradient ? "gradient" : "height")};
+        QString::number(task.repeats)};
 }
 
 std::optional<Task> taskOf(const QStringList &arguments)
 {
-    if (arguments.size() != 6 || arguments[0] != taskOption)
+    if (arguments.size() != 5 || arguments[0] != taskOption)
         return std::nullopt;
     return Task{arguments[1], arguments[2], std::max(1, arguments[3].toInt()),
-        std::max(1, arguments[4].toInt()), arguments[5] == QLatin1String("gradient")};
+        std::max(1, arguments[4].toInt())};
 }

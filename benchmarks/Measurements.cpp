@@ -86,12 +86,38 @@ Update timedUpdate(
     return {copy, converting, toScreen, clock.redraw()};
 }
 
+std::vector<Update> timedUpdates(
+    Pipeline &pipeline, FrameClock &clock, Buffers &buffers, const Task &task)
+{
+    Worker worker;
+    std::vector<Update> updates;
+    for (int i = 0; i < warmUpFrames + task.repeats; ++i) {
+        const Update update = timedUpdate(pipeline, clock, worker, buffers.next(), task.side);
+        if (i >= warmUpFrames)
+            updates.push_back(update);
+    }
+    return updates;
+}
+
 std::vector<double> valuesOf(const std::vector<Update> &updates, double (*part)(const Update &))
 {
     std::vector<double> values;
     for (const Update &update : updates)
         values.push_back(part(update));
     return values;
+}
+
+QJsonObject numbersOf(const std::vector<Update> &updates)
+{
+    const auto cost = valuesOf(updates, [](const Update &each) { return each.apartFromDrawing(); });
+    const auto copy = valuesOf(updates, [](const Update &each) { return each.copy; });
+    const auto conversion = valuesOf(updates, [](const Update &each) { return each.conversion; });
+    const auto toScreen = valuesOf(updates, [](const Update &each) { return each.toScreen; });
+    const auto redraw = valuesOf(updates, [](const Update &each) { return each.redraw; });
+    return {{"ms", median(cost)}, {"lower_quartile_ms", quantile(cost, 0.25)},
+        {"upper_quartile_ms", quantile(cost, 0.75)}, {"copy_ms", median(copy)},
+        {"conversion_ms", median(conversion)}, {"to_screen_ms", median(toScreen)},
+        {"redraw_ms", median(redraw)}};
 }
 
 void moveMouse(QWidget &view, QEvent::Type type, int x)
@@ -108,8 +134,6 @@ QJsonObject measureViewer(const Task &task, QJsonObject (*measurement)(Pipeline 
     const std::unique_ptr<Pipeline> pipeline = pipelineOf(task.viewer);
     if (!pipeline)
         return {};
-    if (task.byGradient)
-        pipeline->colorBy(surfaceGradient());
     FrameClock::settle();
     return measurement(*pipeline, task);
 }
@@ -120,22 +144,22 @@ QJsonObject measureUpdate(Pipeline &pipeline, const Task &task)
 {
     Buffers buffers(task.side);
     FrameClock clock(pipeline);
-    Worker worker;
-    std::vector<Update> updates;
-    for (int i = 0; i < warmUpFrames + task.repeats; ++i) {
-        const Update update = timedUpdate(pipeline, clock, worker, buffers.next(), task.side);
-        if (i >= warmUpFrames)
-            updates.push_back(update);
-    }
-    const auto cost = valuesOf(updates, [](const Update &each) { return each.apartFromDrawing(); });
-    const auto copy = valuesOf(updates, [](const Update &each) { return each.copy; });
-    const auto conversion = valuesOf(updates, [](const Update &each) { return each.conversion; });
-    const auto toScreen = valuesOf(updates, [](const Update &each) { return each.toScreen; });
-    const auto redraw = valuesOf(updates, [](const Update &each) { return each.redraw; });
-    return {{"ms", median(cost)}, {"lower_quartile_ms", quantile(cost, 0.25)},
-        {"upper_quartile_ms", quantile(cost, 0.75)}, {"copy_ms", median(copy)},
-        {"conversion_ms", median(conversion)}, {"to_screen_ms", median(toScreen)},
-        {"redraw_ms", median(redraw)}};
+    const std::vector<Update> updates = timedUpdates(pipeline, clock, buffers, task);
+    return numbersOf(updates);
+}
+
+QJsonObject measureGradient(Pipeline &pipeline, const Task &task)
+{
+    Buffers buffers(task.side);
+    FrameClock clock(pipeline);
+    const QJsonObject byHeight = numbersOf(timedUpdates(pipeline, clock, buffers, task));
+    pipeline.colorBy(surfaceGradient());
+    FrameClock::settle();
+    QJsonObject numbers = numbersOf(timedUpdates(pipeline, clock, buffers, task));
+    const double more = numbers["ms"].toDouble() - byHeight["ms"].toDouble();
+    numbers["all_ms"] = numbers["ms"];
+    numbers["ms"] = more;
+    return numbers;
 }
 
 QJsonObject measureShown(Pipeline &pipeline, const Task &task)
@@ -189,8 +213,9 @@ std::unique_ptr<Pipeline> pipelineOf(const QString &name)
 QJsonObject measure(const Task &task)
 {
     const std::pair<const char *, QJsonObject (*)(Pipeline &, const Task &)> ofViewers[] = {
-        {"update", measureUpdate}, {"shown", measureShown}, {"first", measureFirst},
-        {"rotation", measureRotation}, {"memory", measureMemory}, {"stall", measureStall}};
+        {"update", measureUpdate}, {"gradient", measureGradient}, {"shown", measureShown},
+        {"first", measureFirst}, {"rotation", measureRotation}, {"memory", measureMemory},
+        {"stall", measureStall}};
     for (const auto &[figure, measurement] : ofViewers) {
         if (task.figure == QLatin1String(figure))
             return measureViewer(task, measurement);

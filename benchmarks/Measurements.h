@@ -8,6 +8,10 @@ class Pipeline;
 /// part up to the screen, less the time of drawing the same picture again.
 QJsonObject measureUpdate(Pipeline &pipeline, const Task &task);
 
+/// What an update apart from drawing costs more when a gradient colours the cloud. Both in one
+/// process: drawing varies from process to process.
+QJsonObject measureGradient(Pipeline &pipeline, const Task &task);
+
 /// From handing a buffer over to the frame on screen, after some frames of the same size.
 QJsonObject measureShown(Pipeline &pipeline, const Task &task);
 

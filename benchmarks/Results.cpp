@@ -9,8 +9,7 @@ namespace {
 
 bool isSame(const Task &one, const Task &other)
 {
-    return one.figure == other.figure && one.viewer == other.viewer && one.side == other.side
-        && one.byGradient == other.byGradient;
+    return one.figure == other.figure && one.viewer == other.viewer && one.side == other.side;
 }
 
 } // namespace
@@ -48,7 +47,6 @@ QJsonArray Results::toJson() const
         row["figure"] = entry.task.figure;
         row["viewer"] = entry.task.viewer;
         row["points"] = entry.task.points();
-        row["coloring"] = QString(entry.task.byGradient ? "gradient" : "height");
         rows.append(row);
     }
     return rows;

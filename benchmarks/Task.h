@@ -10,7 +10,6 @@ struct Task
     QString viewer; ///< "ours" or "plain"
     int side = 0; ///< values per profile and number of profiles
     int repeats = 1;
-    bool byGradient = false;
 
     double points() const { return static_cast<double>(side) * static_cast<double>(side); }
 };
