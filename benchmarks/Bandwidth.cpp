@@ -1,7 +1,7 @@
-#include "DataConverter.h"
 #include "Heights.h"
 #include "Measurements.h"
 #include "plain/PlainConverter.h"
+#include "ScanConverter.h"
 #include "Statistics.h"
 #include "Stopwatch.h"
 
@@ -13,10 +13,18 @@ namespace {
 /// A height is read and a point is written.
 constexpr double bytesPerPoint = sizeof(float) + 3 * sizeof(float);
 
-void convertOurs(Heights &heights, int side)
+/// As the worker does from its second frame on: into memory of the frame before.
+class WarmConversion
 {
-    DataConverter::convertToPolyData(heights.data(), side, side);
-}
+public:
+    void operator()(const Heights &heights, int side)
+    {
+        converter.convert(heights.data(), side, side, true);
+    }
+
+private:
+    ScanConverter converter;
+};
 
 void convertPlain(Heights &heights, int side)
 {
@@ -103,6 +111,7 @@ QJsonObject measureBandwidth(const Task &task)
     Heights heights = surface(task.side, 0.0f);
     Copying copying(traffic);
     Contest contest(traffic);
+    WarmConversion convertOurs;
     contest.add("copy_1_thread", [&] { copying.inOneThread(); });
     contest.add("copy_2_threads", [&] { copying.inTwoThreads(); });
     contest.add("ours", [&] { convertOurs(heights, task.side); });

@@ -11,26 +11,34 @@ namespace {
 /// of a component, so that one height of twenty meets a cell that is not plain.
 constexpr std::size_t cellCount = 65536;
 
-ColorLookup::Rgb bytesOf(const std::array<int, 3> &color)
-{
-    return {static_cast<unsigned char>(color[0]), static_cast<unsigned char>(color[1]),
-        static_cast<unsigned char>(color[2])};
-}
-
 } // namespace
 
 ColorLookup::ColorLookup(ColorGradient colors)
     : gradient(std::move(colors))
-    , lowest(static_cast<float>(gradient.getMin()))
-    , highest(static_cast<float>(gradient.getMax()))
+    , axis{static_cast<float>(gradient.getMin()), static_cast<float>(gradient.getMax()), 0.0f}
 {
-    if (lowest < highest) {
+    if (axis.lowest < axis.highest) {
+        axis.cellsPerUnit = static_cast<float>(cellCount / axis.length());
         fillCells();
         return;
     }
     // Nothing lies between such bounds but what the gradient itself decides.
-    lowest = std::numeric_limits<float>::infinity();
-    highest = -lowest;
+    axis.lowest = std::numeric_limits<float>::infinity();
+    axis.highest = -axis.lowest;
+}
+
+void ColorLookup::colorHeights(
+    const float *heights, std::size_t stride, std::size_t count, unsigned char *rgb) const
+{
+    // Copies that the bytes written cannot overlap: they would be loaded again for each height.
+    const Axis scale = axis;
+    const Cell *const table = cells.data();
+    for (std::size_t i = 0; i < count; ++i, heights += stride, rgb += 3) {
+        const float height = *heights;
+        const Cell cell = scale.holds(height) ? table[scale.cellOf(height)] : Cell{{}, false};
+        const Rgb color = cell.isPlain ? cell.color : exact(height);
+        std::copy(color.begin(), color.end(), rgb);
+    }
 }
 
 ColorLookup::Components ColorLookup::componentsAt(float height) const
@@ -46,10 +54,21 @@ ColorLookup::Rgb ColorLookup::exact(float height) const
     return bytesOf(componentsAt(height));
 }
 
-float ColorLookup::centreOf(std::size_t cell) const
+ColorLookup::Rgb ColorLookup::bytesOf(const Components &color)
 {
-    const double unitsPerCell = (static_cast<double>(highest) - lowest) / cellCount;
-    return static_cast<float>(lowest + (static_cast<double>(cell) + 0.5) * unitsPerCell);
+    return {static_cast<unsigned char>(color[0]), static_cast<unsigned char>(color[1]),
+        static_cast<unsigned char>(color[2])};
+}
+
+double ColorLookup::Axis::length() const
+{
+    return static_cast<double>(highest) - static_cast<double>(lowest);
+}
+
+float ColorLookup::Axis::centreOf(std::size_t cell) const
+{
+    const double share = (static_cast<double>(cell) + 0.5) / cellCount;
+    return static_cast<float>(static_cast<double>(lowest) + share * length());
 }
 
 void ColorLookup::fillCells()
@@ -61,11 +80,10 @@ void ColorLookup::fillCells()
         std::size_t cell;
     };
     const auto centre = [this](std::size_t cell) {
-        const float height = centreOf(cell);
-        return Sample{componentsAt(height), gradient.pointAbove(height), cellOf(height)};
+        const float height = axis.centreOf(cell);
+        return Sample{componentsAt(height), gradient.pointAbove(height), axis.cellOf(height)};
     };
 
-    cellsPerUnit = static_cast<float>(cellCount / (static_cast<double>(highest) - lowest));
     // The outer cells have a neighbour on one side only. Rounding may take the upper bound itself
     // into a cell behind the last.
     cells.assign(cellCount + 2, Cell{{}, false});

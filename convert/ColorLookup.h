@@ -17,41 +17,48 @@
 class ColorLookup
 {
 public:
-    using Rgb = std::array<unsigned char, 3>;
-
     explicit ColorLookup(ColorGradient gradient);
 
     /// Black where the gradient leaves the colour open.
-    Rgb at(float height) const
-    {
-        // False for NaN.
-        if (!(height >= lowest && height <= highest))
-            return exact(height);
-        const Cell cell = cells[cellOf(height)];
-        return cell.isPlain ? cell.color : exact(height);
-    }
+    /// \param heights the first of count heights, stride floats apart
+    /// \param[out] rgb three bytes for each height
+    void colorHeights(
+        const float *heights, std::size_t stride, std::size_t count, unsigned char *rgb) const;
 
 private:
+    using Components = std::array<int, 3>;
+    using Rgb = std::array<unsigned char, 3>;
+
     struct Cell
     {
         Rgb color;
         bool isPlain;
     };
 
-    std::size_t cellOf(float height) const
+    /// The heights between the bounds, cut into cells.
+    struct Axis
     {
-        return static_cast<std::size_t>((height - lowest) * cellsPerUnit);
-    }
-    using Components = std::array<int, 3>;
+        float lowest;
+        float highest;
+        float cellsPerUnit;
 
+        /// False for NaN.
+        bool holds(float height) const { return height >= lowest && height <= highest; }
+        /// Only rises with the height; \a height is on the axis.
+        std::size_t cellOf(float height) const
+        {
+            return static_cast<std::size_t>((height - lowest) * cellsPerUnit);
+        }
+        float centreOf(std::size_t cell) const;
+        double length() const;
+    };
+
+    static Rgb bytesOf(const Components &color);
     Components componentsAt(float height) const;
     Rgb exact(float height) const;
-    float centreOf(std::size_t cell) const;
     void fillCells();
 
     ColorGradient gradient;
-    float lowest;
-    float highest;
-    float cellsPerUnit = 0.0f;
+    Axis axis;
     std::vector<Cell> cells;
 };

@@ -100,3 +100,9 @@ void HeightRange::add(const float *heights, std::size_t count)
     const bool isPlain = all[0] > -infinity && all[1] < infinity && (countsZeros || !mayHoldZeros);
     finiteRange = joined(finiteRange, isPlain ? all : finiteRangeOf(heights, count, countsZeros));
 }
+
+void HeightRange::add(const HeightRange &other)
+{
+    highest = std::max(highest, other.highest);
+    finiteRange = joined(finiteRange, other.finiteRange);
+}

@@ -15,6 +15,7 @@ public:
 
     /// NaN counts for nothing.
     void add(const float *heights, std::size_t count);
+    void add(const HeightRange &other);
 
     /// Largest height, infinity included, of those above the smallest positive normal float; 0 when
     /// there is none.

@@ -3,9 +3,12 @@
 #include "GridRows.h"
 #include "HeightRange.h"
 #include "IndividualBound.h"
+#include "PointCloud.h"
 
-#include <vtkNew.h>
-#include <vtkPoints.h>
+#include <vtkSMPTools.h>
+
+#include <algorithm>
+#include <mutex>
 
 namespace {
 
@@ -50,6 +53,63 @@ private:
     IndividualBound columns;
 };
 
+struct HeightGrid
+{
+    const float *heights;
+    int width;
+    std::int64_t count;
+
+    std::int64_t rows() const { return (count + width - 1) / width; }
+    const float *row(std::int64_t index) const { return heights + index * width; }
+    int samplesIn(std::int64_t index) const
+    {
+        return static_cast<int>(std::min<std::int64_t>(width, count - index * width));
+    }
+};
+
+/// \return number of points
+vtkIdType writeGrid(const HeightGrid &grid, float *xyz, HeightRange &range, GridExtent &extent)
+{
+    constexpr std::int64_t samplesPerBlock = 65536;
+    std::mutex mutex;
+    const std::int64_t rows = grid.count == 0 ? 0 : grid.rows();
+    // On all cores: one does not keep the memory busy. 3.0 ms instead of 2.2 for 4 million points.
+    const auto writeRows = [&](vtkIdType begin, vtkIdType end) {
+        HeightRange part(true);
+        for (vtkIdType row = begin; row < end; ++row) {
+            part.add(grid.row(row), static_cast<std::size_t>(grid.samplesIn(row)));
+            writeRow(static_cast<int>(row), grid.row(row), grid.samplesIn(row),
+                xyz + 3 * row * grid.width);
+        }
+        const std::lock_guard<std::mutex> lock(mutex);
+        range.add(part);
+    };
+    vtkSMPTools::For(0, rows, 1 + samplesPerBlock / grid.width, writeRows);
+
+    // The rows between have the same ends.
+    for (const std::int64_t row : {std::int64_t{0}, std::int64_t{1}, rows - 1}) {
+        if (row >= 0 && row < rows) {
+            const float *begin = xyz + 3 * row * grid.width;
+            extent.addRow(begin, begin + 3 * grid.samplesIn(row));
+        }
+    }
+    return grid.count;
+}
+
+/// \return number of points
+vtkIdType writeNoZero(const HeightGrid &grid, float *xyz, HeightRange &range, GridExtent &extent)
+{
+    float *end = xyz;
+    for (std::int64_t row = 0; row * grid.width < grid.count; ++row) {
+        const int samples = grid.samplesIn(row);
+        range.add(grid.row(row), static_cast<std::size_t>(samples));
+        float *const begin = end;
+        end = writeRowNoZero(static_cast<int>(row), grid.row(row), samples, begin);
+        extent.addRow(begin, end);
+    }
+    return (end - xyz) / 3;
+}
+
 /// Columns beyond this one are no longer strictly rising as floats.
 constexpr int largestExactColumn = 1 << 24;
 
@@ -65,15 +125,6 @@ void addIgnored(HeightRange &range, const float *heights, int width, int height)
     range.add(heights, static_cast<std::size_t>(std::max<std::int64_t>(count, 0)));
 }
 
-vtkSmartPointer<vtkPolyData> cloudOver(vtkFloatArray *xyz)
-{
-    vtkNew<vtkPoints> points;
-    points->SetData(xyz);
-    auto cloud = vtkSmartPointer<vtkPolyData>::New();
-    cloud->SetPoints(points);
-    return cloud;
-}
-
 } // namespace
 
 Scan ScanConverter::convert(const float *heights, int width, int height, bool showZero)
@@ -83,16 +134,9 @@ Scan ScanConverter::convert(const float *heights, int width, int height, bool sh
     HeightRange range(showZero);
     GridExtent extent;
     float *const begin = xyz->GetPointer(0);
-    float *end = begin;
-    // On one thread: it already keeps the memory busy, and the other cores draw.
-    forEachRow(width, count, [&](int row, std::int64_t offset, int samples) {
-        range.add(heights + offset, static_cast<std::size_t>(samples));
-        float *const rowBegin = end;
-        end = showZero ? writeRow(row, heights + offset, samples, end)
-                       : writeRowNoZero(row, heights + offset, samples, end);
-        extent.addRow(rowBegin, end);
-    });
-    xyz->SetNumberOfTuples((end - begin) / 3);
+    const vtkIdType kept = showZero ? writeGrid({heights, width, count}, begin, range, extent)
+                                    : writeNoZero({heights, width, count}, begin, range, extent);
+    xyz->SetNumberOfTuples(kept);
     if (count == 0 && heights)
         addIgnored(range, heights, width, height);
 
@@ -105,9 +149,9 @@ Scan ScanConverter::convert(const float *heights, int width, int height, bool sh
     // 0 for each grid of more than one row, which ties the colour red to height zero.
     scan.heightRange =
         widened(width <= largestExactColumn ? extent.columnBound()
-                                            : individualBound(begin, end - begin, 3, 3));
+                                            : individualBound(begin, 3 * kept, 3, 3));
     scan.box = extent.withHeights(range.finite());
-    scan.subsample = gridSubsample(heights, width, count, showZero);
+    scan.subsample = gridSubsample(heights, width, count, showZero, samplePoints);
     scan.isHandedOver = true;
     return scan;
 }

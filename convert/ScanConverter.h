@@ -19,4 +19,5 @@ public:
 
 private:
     ArrayPool<vtkFloatArray> points;
+    ArrayPool<vtkFloatArray> samplePoints;
 };

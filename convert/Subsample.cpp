@@ -1,20 +1,19 @@
 #include "Subsample.h"
 
-#include "GridRows.h"
+#include "ArrayPool.h"
+#include "PointCloud.h"
 
+#include <vtkFloatArray.h>
 #include <vtkNew.h>
 #include <vtkPoints.h>
 #include <vtkPolyData.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
 #include <vector>
 
 namespace {
-
-using Point = std::array<float, 3>;
 
 /// Smallest step between different values of one coordinate of neighbouring points: the distance of two
 /// columns or profiles, whatever the user's scale.
@@ -73,16 +72,6 @@ std::vector<vtkIdType> eachOfMany(vtkIdType count, int step)
     return ids;
 }
 
-vtkSmartPointer<vtkPolyData> cloudOf(const std::vector<Point> &chosen)
-{
-    vtkNew<vtkPoints> points;
-    points->SetNumberOfPoints(static_cast<vtkIdType>(chosen.size()));
-    std::copy(chosen.begin(), chosen.end(), static_cast<Point *>(points->GetVoidPointer(0)));
-    auto cloud = vtkSmartPointer<vtkPolyData>::New();
-    cloud->SetPoints(points);
-    return cloud;
-}
-
 /// Ratio of all points to those of a subsample, rounded up.
 int sharePerPoint(std::int64_t pointCount)
 {
@@ -109,24 +98,30 @@ GridStep gridStep(std::int64_t pointCount, int width, std::int64_t height)
 
 } // namespace
 
-Subsample gridSubsample(const float *heights, int width, std::int64_t count, bool showZero)
+Subsample gridSubsample(const float *heights, int width, std::int64_t count, bool showZero,
+    ArrayPool<vtkFloatArray> &memory)
 {
     if (count <= subsampleBudget)
         return {};
 
-    const GridStep step = gridStep(count, width, (count + width - 1) / width);
-    std::vector<Point> chosen;
-    chosen.reserve(static_cast<std::size_t>(subsampleBudget));
-    forEachRow(width, count, [&](int row, std::int64_t offset, int samples) {
-        if (row % step.rows != 0)
-            return;
-        for (int column = 0; column < samples; column += step.columns) {
-            const float height = heights[offset + column];
-            if (showZero || height != 0.0f)
-                chosen.push_back({static_cast<float>(column), static_cast<float>(row), height});
+    const std::int64_t rows = (count + width - 1) / width;
+    const GridStep step = gridStep(count, width, rows);
+    const std::int64_t keptColumns = (width + step.columns - 1) / step.columns;
+    const std::int64_t keptRows = (rows + step.rows - 1) / step.rows;
+    const vtkSmartPointer<vtkFloatArray> xyz = memory.take(keptColumns * keptRows, 3);
+    float *point = xyz->GetPointer(0);
+    for (std::int64_t row = 0; row < rows; row += step.rows) {
+        const float *const values = heights + row * width;
+        const std::int64_t samples = std::min<std::int64_t>(width, count - row * width);
+        for (std::int64_t column = 0; column < samples; column += step.columns) {
+            point[0] = static_cast<float>(column);
+            point[1] = static_cast<float>(row);
+            point[2] = values[column];
+            point += showZero || values[column] != 0.0f ? 3 : 0;
         }
-    });
-    return {cloudOf(chosen), std::max(step.columns, step.rows)};
+    }
+    xyz->SetNumberOfTuples((point - xyz->GetPointer(0)) / 3);
+    return {cloudOver(xyz), std::max(step.columns, step.rows)};
 }
 
 Subsample cloudSubsample(vtkPoints &points)
@@ -143,9 +138,11 @@ Subsample cloudSubsample(vtkPoints &points)
     if (kept < expected / 4 || kept > 4 * expected)
         ids = eachOfMany(count, step);
 
-    std::vector<Point> chosen;
-    chosen.reserve(ids.size());
+    vtkNew<vtkFloatArray> chosen;
+    chosen->SetNumberOfComponents(3);
+    chosen->SetNumberOfTuples(static_cast<vtkIdType>(ids.size()));
+    float *point = chosen->GetPointer(0);
     for (const vtkIdType id : ids)
-        chosen.push_back({xyz[3 * id], xyz[3 * id + 1], xyz[3 * id + 2]});
-    return {cloudOf(chosen), step};
+        point = std::copy_n(xyz + 3 * id, 3, point);
+    return {cloudOver(chosen), step};
 }

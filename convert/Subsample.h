@@ -5,6 +5,8 @@
 
 #include <cstdint>
 
+template <class Array> class ArrayPool;
+class vtkFloatArray;
 class vtkPoints;
 class vtkPolyData;
 
@@ -21,7 +23,9 @@ struct Subsample
 
 /// The points of each step-th sample in each step-th row.
 /// \param count samples of the buffer, width of them in each row but the last
-Subsample gridSubsample(const float *heights, int width, std::int64_t count, bool showZero);
+/// \param memory where the points come to lie
+Subsample gridSubsample(const float *heights, int width, std::int64_t count, bool showZero,
+    ArrayPool<vtkFloatArray> &memory);
 
 /// The points of each step-th profile that lie in each step-th column, found from the coordinates; of
 /// points that are not laid out in profiles each (step * step)-th. Takes 5 ms for a million points.

@@ -2,9 +2,7 @@
 
 #include "CloudMapper.h"
 #include "Scan.h"
-
-#include <QOpenGLContext>
-#include <QOpenGLFunctions>
+#include "SoftwareOpenGL.h"
 
 #include <vtkCamera.h>
 #include <vtkMath.h>
@@ -23,16 +21,6 @@ namespace {
 constexpr double frameMilliseconds = 30.0;
 /// Software OpenGL at its best, by two cores.
 constexpr double softwareMillisecondsPerPoint = 65e-6;
-
-bool isDrawnInSoftware()
-{
-    const auto *name = reinterpret_cast<const char *>(
-        QOpenGLContext::currentContext()->functions()->glGetString(GL_RENDERER));
-    const QByteArray renderer = QByteArray(name).toLower();
-    const auto names = {"llvmpipe", "softpipe", "swrast", "software", "gdi generic"};
-    return std::any_of(names.begin(), names.end(),
-        [&renderer](const char *software) { return renderer.contains(software); });
-}
 
 /// Screen pixels for one scene unit where the scene is nearest to the camera.
 double pixelsPerUnit(vtkRenderer &renderer)

@@ -1,5 +1,7 @@
 #include "CloudMapper.h"
 
+#include "SoftwareOpenGL.h"
+
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
 
@@ -8,6 +10,15 @@
 #include <vtkOpenGLVertexBufferObjectGroup.h>
 
 #include <algorithm>
+
+namespace {
+
+// Software OpenGL keeps the vertices of a whole call, 70 bytes each, and queues what its threads have
+// not drawn yet: 16 million points took 60 bytes each at a time, and take 30 in blocks.
+constexpr vtkIdType block = 65536;
+constexpr vtkIdType blocksInFlight = 4;
+
+} // namespace
 
 vtkStandardNewMacro(CloudMapper)
 
@@ -31,12 +42,12 @@ void CloudMapper::RenderPieceDraw(vtkRenderer *renderer, vtkActor *actor)
     // VTK connects the points with the shader only when there is an index.
     primitive.IBO->IndexCount = static_cast<std::size_t>(count);
     this->UpdateShaders(primitive, renderer, actor);
-    // Software OpenGL keeps the results of a whole call's vertices, 70 bytes each; those of a block
-    // stay in the processor's cache.
-    constexpr vtkIdType block = 65536;
     QOpenGLFunctions *gl = QOpenGLContext::currentContext()->functions();
+    const bool isSoftware = isDrawnInSoftware();
     for (vtkIdType first = 0; first < count; first += block) {
         const vtkIdType size = std::min(block, count - first);
         gl->glDrawArrays(GL_POINTS, static_cast<GLint>(first), static_cast<GLsizei>(size));
+        if (isSoftware && (first / block) % blocksInFlight == blocksInFlight - 1)
+            gl->glFinish();
     }
 }

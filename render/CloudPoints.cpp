@@ -9,7 +9,6 @@
 #include <vtkPolyData.h>
 #include <vtkSMPTools.h>
 
-#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -93,10 +92,8 @@ void colorByHeight(vtkPoints &points, const ColorLookup &lookup, unsigned char *
 {
     const float *xyz = coordinates(points);
     forEachBlock(points.GetNumberOfPoints(), [=, &lookup](vtkIdType begin, vtkIdType end) {
-        for (vtkIdType i = begin; i < end; ++i) {
-            const ColorLookup::Rgb color = lookup.at(xyz[3 * i + 2]);
-            std::copy(color.begin(), color.end(), rgb + 3 * i);
-        }
+        const auto count = static_cast<std::size_t>(end - begin);
+        lookup.colorHeights(xyz + 3 * begin + 2, 3, count, rgb + 3 * begin);
     });
 }
 
