@@ -284,6 +284,7 @@ private Q_SLOTS:
         view.setColorMode(mode);
         view.loadPolyData(ramp(301, 401), boundsOf(301, 401, 300), {0, 300});
         QTRY_VERIFY(view.getAxisVisibility());
+        view.showAxes(false);
         const QImage ours = view.grabFramebuffer();
 
         vtkActor *cloud = cloudActor(view);
