@@ -1,0 +1,12 @@
+#pragma once
+
+/// What this process holds of the system's resources.
+struct ProcessFigures
+{
+    double megabytes = 0; ///< resident memory
+    int descriptors = 0; ///< open files
+    int threads = 0;
+
+    /// Measured after free memory was given back to the system.
+    static ProcessFigures now();
+};

@@ -1,0 +1,203 @@
+#include "SoakRun.h"
+
+#include "Operations.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QTimer>
+#include <QWidget>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr int operationsBetweenQuiets = 200;
+constexpr int quietMs = 300;
+constexpr int longestWaitMs = 20000;
+/// Fragments and caches; one kept cloud of the middle sizes is more.
+constexpr double memoryNoiseMegabytes = 32;
+constexpr double memoryNoiseShare = 0.1;
+
+const char *const garbage[] = {"", "ply\nformat ascii 1.0\nelement vertex 3\n",
+    "ply\nformat binary_little_endian 1.0\nelement vertex 1000000000\nproperty float x\n"
+    "property float y\nproperty float z\nend_header\nabc",
+    "ply\nformat ascii 1.0\nelement vertex 2\nproperty float x\nproperty float y\n"
+    "property float z\nend_header\n1 2 x\nnan inf\n"};
+
+QJsonObject threeFigures(double start, double middle, double end)
+{
+    return {{"start", start}, {"middle", middle}, {"end", end}};
+}
+
+/// Rounded, as the last digits of a memory size say nothing.
+double tenth(double value)
+{
+    return std::round(10 * value) / 10;
+}
+
+} // namespace
+
+SoakRun::SoakRun(Journal &journalOfRun, std::uint64_t seed, int duration, QString homeFolder)
+    : journal(journalOfRun)
+    , master(seed)
+    , seconds(duration)
+    , home(std::move(homeFolder))
+    , user(journal, folder.path())
+    , places{ViewerSlot(journal), ViewerSlot(journal)}
+    , start(ProcessFigures::now())
+{
+    writeGarbage();
+    user.setHost([this](Choice &choice) {
+        ViewerSlot &slot = places[static_cast<std::size_t>(choice.below(2))];
+        if (slot.isAlive())
+            hostActs(slot, choice, journal);
+    });
+    clock.start();
+    waiting.start();
+    QTimer::singleShot(0, this, &SoakRun::step);
+}
+
+void SoakRun::writeGarbage()
+{
+    for (std::size_t i = 0; i < std::size(garbage); ++i) {
+        QFile file(folder.filePath(QStringLiteral("garbage-%1.ply").arg(i)));
+        if (file.open(QIODevice::WriteOnly))
+            file.write(garbage[i]);
+    }
+}
+
+void SoakRun::step()
+{
+    // Dialogs are answered and the receiver is told in their own time: the sequence of operations
+    // must not depend on it.
+    const bool isClosing = std::any_of(
+        places.begin(), places.end(), [](const ViewerSlot &slot) { return slot.isClosing(); });
+    if (user.isBusy() || isClosing) {
+        if (waiting.elapsed() < longestWaitMs)
+            return QTimer::singleShot(5, this, &SoakRun::step);
+        journal.fail(isClosing ? QStringLiteral("the receiver was not told")
+                               : QStringLiteral("a dialog does not go away"));
+        journal.dump();
+        return finish();
+    }
+    if (clock.elapsed() >= 1000LL * seconds || journal.hasFailed())
+        return startQuiet();
+    if (journal.operations() - operationsAtQuiet >= operationsBetweenQuiets)
+        return startQuiet();
+    operate();
+}
+
+void SoakRun::operate()
+{
+    // A generator for each operation: how much one draws has no influence on the next.
+    Choice choice(master.bits());
+    const int place = choice.below(10) < 7 ? 0 : 1;
+    ViewerSlot &slot = places[static_cast<std::size_t>(place)];
+    const int pause = choice.oneIn(20) ? 250 : choice.below(15);
+    user.use(Choice(choice.bits()));
+    if (slot.isAlive()) {
+        const Operation &operation = randomOperation(choice);
+        journal.begin(QString::fromLatin1(operation.name), QString::number(place));
+        operation.run(slot, choice, journal, user);
+    } else {
+        journal.begin(QStringLiteral("create"), QString::number(place));
+        slot.create(choice);
+    }
+    journal.beat();
+    waiting.start();
+    QTimer::singleShot(pause, this, &SoakRun::step);
+}
+
+void SoakRun::startQuiet()
+{
+    journal.begin(QStringLiteral("quiet"), QString());
+    operationsAtQuiet = journal.operations();
+    for (ViewerSlot &slot : places)
+        slot.remove(false);
+    QTimer::singleShot(quietMs, this, &SoakRun::measure);
+}
+
+void SoakRun::measure()
+{
+    for (ViewerSlot &slot : places) {
+        slot.dropHost();
+        slot.checkNothingIsLeft();
+    }
+    for (const QWidget *widget : QApplication::topLevelWidgets()) {
+        if (widget->isVisible())
+            journal.fail(
+                QStringLiteral("left on the screen: %1").arg(widget->metaObject()->className()));
+    }
+    // Gradients and settings of the past would make one quiet state differ from the next.
+    QDir(home).removeRecursively();
+    quietFigures.push_back(ProcessFigures::now());
+    waiting.start();
+    if (clock.elapsed() >= 1000LL * seconds || journal.hasFailed())
+        return finish();
+    step();
+}
+
+void SoakRun::finish()
+{
+    checkGrowth(quietMedian(0.4, 0.6), quietMedian(0.8, 1.0));
+    if (journal.hasFailed())
+        journal.dump();
+    QCoreApplication::exit(journal.hasFailed() ? 1 : 0);
+}
+
+/// \return for each figure the median of the quiet states in a part of the run
+ProcessFigures SoakRun::quietMedian(double from, double to) const
+{
+    if (quietFigures.empty())
+        return start;
+    const auto last = static_cast<double>(quietFigures.size() - 1);
+    const auto first = quietFigures.begin() + std::lround(std::floor(from * last));
+    std::vector<ProcessFigures> part(first, quietFigures.begin() + std::lround(to * last) + 1);
+    const auto median = [&part](auto member) {
+        std::sort(part.begin(), part.end(),
+            [member](const auto &a, const auto &b) { return a.*member < b.*member; });
+        return part[part.size() / 2].*member;
+    };
+    return {median(&ProcessFigures::megabytes), median(&ProcessFigures::descriptors),
+        median(&ProcessFigures::threads)};
+}
+
+void SoakRun::checkGrowth(const ProcessFigures &middle, const ProcessFigures &end)
+{
+    // Before a few rounds libraries still start their pools and fill their caches.
+    if (quietFigures.size() < 6)
+        return;
+    const double noise = std::max(memoryNoiseMegabytes, memoryNoiseShare * middle.megabytes);
+    if (end.megabytes > middle.megabytes + noise)
+        journal.fail(QStringLiteral("memory grows"));
+    if (end.descriptors > middle.descriptors)
+        journal.fail(QStringLiteral("open files grow"));
+    if (end.threads > middle.threads)
+        journal.fail(QStringLiteral("threads grow"));
+}
+
+QJsonObject SoakRun::report() const
+{
+    const ProcessFigures middle = quietMedian(0.4, 0.6);
+    const ProcessFigures end = quietMedian(0.8, 1.0);
+    QJsonObject kinds;
+    for (auto kind = journal.kinds().begin(); kind != journal.kinds().end(); ++kind)
+        kinds[kind.key()] = kind.value();
+    const int in = ViewerSlot::buffersIn;
+    const int shown = ViewerSlot::buffersShown;
+    return {{"seconds", tenth(static_cast<double>(clock.elapsed()) / 1000.0)},
+        {"operations", journal.operations()}, {"kinds", kinds},
+        {"buffers", QJsonObject{{"in", in}, {"shown", shown}, {"dropped", in - shown}}},
+        {"quiet_states", static_cast<int>(quietFigures.size())},
+        {"resident_mb",
+            threeFigures(tenth(start.megabytes), tenth(middle.megabytes), tenth(end.megabytes))},
+        {"descriptors", threeFigures(start.descriptors, middle.descriptors, end.descriptors)},
+        {"threads", threeFigures(start.threads, middle.threads, end.threads)},
+        {"slowest_stall",
+            QJsonObject{{"ms", static_cast<int>(journal.slowestStallMs())},
+                {"operation", journal.slowestOperation()}}},
+        {"failures", QJsonArray::fromStringList(journal.failures())}};
+}

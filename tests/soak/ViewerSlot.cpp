@@ -1,0 +1,161 @@
+#include "ViewerSlot.h"
+
+#include "Heights.h"
+#include "Journal.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QThread>
+#include <QVBoxLayout>
+
+#include <vtkAbstractPicker.h>
+#include <vtkActor.h>
+#include <vtkActorCollection.h>
+#include <vtkCamera.h>
+#include <vtkGenericOpenGLRenderWindow.h>
+#include <vtkInteractorObserver.h>
+#include <vtkMapper.h>
+#include <vtkPropCollection.h>
+#include <vtkRenderer.h>
+#include <vtkRendererCollection.h>
+#include <vtkRenderWindowInteractor.h>
+
+#include <utility>
+
+std::atomic<int> ViewerSlot::buffersIn{0};
+std::atomic<int> ViewerSlot::buffersShown{0};
+
+namespace {
+
+template <typename Widget> Widget *newTopLevel(const QWidgetList &before)
+{
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        auto *wanted = qobject_cast<Widget *>(widget);
+        if (wanted && !before.contains(widget))
+            return wanted;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+ViewerSlot::ViewerSlot(Journal &journalOfRun)
+    : journal(journalOfRun)
+{ }
+
+ViewerSlot::~ViewerSlot()
+{
+    remove(false);
+}
+
+void ViewerSlot::create(Choice &choice)
+{
+    host.reset();
+    const int kind = choice.below(3);
+    if (kind == 0) {
+        createControl(nullptr);
+    } else {
+        host = std::make_unique<QWidget>();
+        host->resize(choice.between(50, 600), choice.between(50, 500));
+        if (kind == 1)
+            (new QVBoxLayout(host.get()))->addWidget(new QLabel("results", host.get()));
+        createControl(host.get());
+    }
+    if (!choice.oneIn(5))
+        control->show();
+}
+
+void ViewerSlot::createControl(QWidget *parent)
+{
+    const QWidgetList before = QApplication::topLevelWidgets();
+    control = new Olvik3DViewerControl(QStringLiteral("soak"), parent, this);
+    ownWindow = newTopLevel<CloudPMainWindow>(before);
+    table = newTopLevel<GradientTableWidget>(before);
+    QWidget *around = parent ? parent : ownWindow;
+    renderWidget = around->findChild<Olvik3DViewerWidget *>();
+    awaitsClosing = false;
+    deletesWhenTold = false;
+    wasClosed = false;
+    watchParts();
+
+    // Emitted on the worker for a buffer, on the GUI thread when the last cloud is drawn anew.
+    QObject::connect(
+        renderWidget, &Olvik3DViewerWidget::mRender, renderWidget,
+        [gui = QThread::currentThread()] { buffersShown += QThread::currentThread() != gui; },
+        Qt::DirectConnection);
+}
+
+/// Added to what earlier controls of this place left to be checked.
+void ViewerSlot::watchParts()
+{
+    for (QObject *part : {static_cast<QObject *>(ownWindow), static_cast<QObject *>(renderWidget),
+             static_cast<QObject *>(table)})
+        widgetParts.emplace_back(part);
+
+    vtkRenderWindow *scene = renderWidget->renderWindow();
+    vtkRenderer *renderer = scene->GetRenderers()->GetFirstRenderer();
+    for (vtkObject *part : std::initializer_list<vtkObject *>{scene, renderer,
+             renderer->GetActiveCamera(), scene->GetInteractor(),
+             scene->GetInteractor()->GetInteractorStyle(), scene->GetInteractor()->GetPicker()})
+        sceneParts.emplace_back(part);
+    vtkPropCollection *props = renderer->GetViewProps();
+    for (int i = 0; i < props->GetNumberOfItems(); ++i) {
+        sceneParts.emplace_back(static_cast<vtkObject *>(props->GetItemAsObject(i)));
+        if (auto *actor = vtkActor::SafeDownCast(props->GetItemAsObject(i)))
+            sceneParts.emplace_back(actor->GetMapper());
+    }
+}
+
+void ViewerSlot::remove(bool withHost)
+{
+    awaitsClosing = false;
+    if (withHost)
+        host.reset();
+    delete control.data();
+}
+
+void ViewerSlot::close(bool deleteWhenTold)
+{
+    if (!ownWindow || !ownWindow->isVisible())
+        return;
+    // The receiver is told once.
+    awaitsClosing = !std::exchange(wasClosed, true);
+    deletesWhenTold = awaitsClosing && deleteWhenTold;
+    ownWindow->close();
+}
+
+void ViewerSlot::feed(Choice &choice)
+{
+    if (choice.oneIn(100))
+        return control->setBuffer(nullptr, 4, 4);
+    Heights heights = randomHeights(choice);
+    journal.note(
+        QStringLiteral("%1 x %2 %3").arg(heights.width).arg(heights.height).arg(heights.pattern));
+    ++buffersIn;
+    control->setBuffer(heights.values.data(), heights.width, heights.height);
+}
+
+void ViewerSlot::viewerClosed(const char *)
+{
+    awaitsClosing = false;
+    if (deletesWhenTold)
+        delete control.data();
+}
+
+QWidget *ViewerSlot::topLevel() const
+{
+    return host ? host.get() : static_cast<QWidget *>(ownWindow);
+}
+
+void ViewerSlot::checkNothingIsLeft()
+{
+    for (const QPointer<QObject> &part : std::exchange(widgetParts, {})) {
+        if (part)
+            journal.fail(
+                QStringLiteral("%1 outlives its viewer").arg(part->metaObject()->className()));
+    }
+    for (const vtkWeakPointer<vtkObject> &part : std::exchange(sceneParts, {})) {
+        if (part)
+            journal.fail(QStringLiteral("%1 outlives its viewer").arg(part->GetClassName()));
+    }
+}
