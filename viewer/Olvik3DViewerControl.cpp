@@ -25,11 +25,8 @@ Olvik3DViewerControl::~Olvik3DViewerControl()
 {
     if (!d)
         return;
-    d->stopWorker();
-    // Deferred: the private object may be inside a slot or have events waiting for it.
-    d->deleteLater();
-    if (d->isPastEventLoop())
-        QCoreApplication::sendPostedEvents(d, QEvent::DeferredDelete);
+    disconnect(d, nullptr, this, nullptr);
+    d->retire();
 }
 
 void Olvik3DViewerControl::setWindowName(QString name)

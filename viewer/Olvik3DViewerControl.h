@@ -23,7 +23,7 @@ class QWidget;
 /// that widget (in a layout of its own, or at the end of the layout that the widget already has).
 ///
 /// All members are called on the GUI thread. The host owns the control; what it built is deleted
-/// soon after it, as soon as the event loop runs.
+/// soon after it, as soon as the event loop runs and no dialog does that was open.
 class OLVIK3DVIEWER_EXPORT Olvik3DViewerControl : public QObject
 {
     Q_OBJECT

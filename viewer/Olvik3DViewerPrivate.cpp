@@ -33,6 +33,7 @@
 #include <QStandardPaths>
 #include <QStatusBar>
 #include <QThread>
+#include <QTimer>
 
 #include <cstdlib>
 #include <utility>
@@ -331,6 +332,37 @@ void Olvik3DViewerPrivate::onAboutToQuit()
     hasQuit = true;
 }
 
+void Olvik3DViewerPrivate::retire()
+{
+    constexpr int dialogPollMs = 50;
+    stopWorker();
+    const int level = QThread::currentThread()->loopLevel();
+    if (level > 1 && QApplication::activeModalWidget()) {
+        hideWindows();
+        auto *poll = new QTimer(this);
+        connect(poll, &QTimer::timeout, this, [this, level] {
+            if (QThread::currentThread()->loopLevel() < level)
+                deleteLater();
+        });
+        poll->start(dialogPollMs);
+        return;
+    }
+    deleteLater();
+    if (isPastEventLoop())
+        QCoreApplication::sendPostedEvents(this, QEvent::DeferredDelete);
+}
+
+void Olvik3DViewerPrivate::hideWindows()
+{
+    if (viewer)
+        viewer->hide();
+    if (!window)
+        return;
+    window->hide();
+    gradientTable->hide();
+}
+
+/// The application's event loop has ended: nothing deferred will run any more.
 bool Olvik3DViewerPrivate::isPastEventLoop() const
 {
     return hasQuit && QThread::currentThread()->loopLevel() == 0;

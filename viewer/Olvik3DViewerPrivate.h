@@ -51,8 +51,10 @@ public:
     /// then on.
     void stopWorker();
 
-    /// The application's event loop has ended: nothing deferred will run any more.
-    bool isPastEventLoop() const;
+    /// Deletes this object, deferred: it may be inside a slot or have events waiting for it. While a
+    /// dialog runs its own event loop, which may be inside a slot of this object's widgets, that is
+    /// put off until the dialog is closed.
+    void retire();
 
 Q_SIGNALS:
     void pointPicked(double *xyz);
@@ -93,6 +95,8 @@ private:
     void startWorker();
     void onAboutToQuit();
     void takeNoMoreBuffers();
+    void hideWindows();
+    bool isPastEventLoop() const;
 
     CloudPMainWindow *window = nullptr; ///< null in embedded mode
     QWidget *container = nullptr; ///< holds the view; in embedded mode the host's widget
