@@ -20,7 +20,7 @@ constexpr int tickMs = 15;
 constexpr int mostTicks = 12;
 
 const char *const texts[] = {
-    "", "0", "1", "2.5", "0,5", "-3", "1e9", "1000", "nan", "Wärme", "Default", "a b/c"};
+    "", "0", "1", "2.5", "0,5", "-3", "1e9", "1000", "nan", "warm", "Default", "a b/c"};
 
 } // namespace
 
@@ -68,7 +68,7 @@ void DialogOperator::tick()
     }
     if (ticks[dialog]++ == 0) {
         journal.note(dialog->metaObject()->className() + (": " + dialog->windowTitle()));
-        if (host && random.oneIn(6)) {
+        if (host && random.oneIn(4)) {
             host(random);
             return;
         }
@@ -127,7 +127,7 @@ void DialogOperator::fillIn(QWidget &dialog)
         return finish(dialog);
     QLineEdit *edit = random.oneOf(edits);
     edit->clear();
-    QTest::keyClicks(edit, QString::fromUtf8(texts[random.below(std::size(texts))]));
+    QTest::keyClicks(edit, texts[random.below(std::size(texts))]);
 }
 
 /// Adds, moves, recolours or removes a stop.

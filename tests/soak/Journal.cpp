@@ -69,8 +69,11 @@ std::int64_t Journal::silenceMs() const
 void Journal::fail(const QString &what)
 {
     const std::lock_guard lock(failuresMutex);
-    if (failureTexts.size() < mostFailures)
-        failureTexts.append(what);
+    if (failureTexts.size() >= mostFailures)
+        return;
+    failureTexts.append(what);
+    // At once, as the process may not live to write its report.
+    print(("soak: " + what + '\n').toUtf8().constData());
 }
 
 bool Journal::hasFailed() const

@@ -6,6 +6,9 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <execinfo.h>
+#include <iterator>
+#include <unistd.h>
 
 // Only there in sanitized builds, which handle the signals themselves.
 extern "C" __attribute__((weak)) void __sanitizer_set_death_callback(void (*callback)());
@@ -23,6 +26,8 @@ void printJournal()
 extern "C" void onSignal(int number)
 {
     printJournal();
+    void *frames[60];
+    backtrace_symbols_fd(frames, backtrace(frames, std::size(frames)), STDERR_FILENO);
     std::signal(number, SIG_DFL);
     std::raise(number);
 }
