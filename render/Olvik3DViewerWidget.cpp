@@ -21,6 +21,7 @@
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QMutexLocker>
+#include <QPointer>
 #include <QStandardPaths>
 #include <QSurfaceFormat>
 #include <QThread>
@@ -476,6 +477,8 @@ void Olvik3DViewerWidget::setGradient(const Gradient &currentGradient)
 
 void Olvik3DViewerWidget::load()
 {
+    // The host may delete the view while it is asked for a file.
+    const QPointer<Olvik3DViewerWidget> self(this);
     const QUrl documents =
         QUrl::fromLocalFile(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
     const QUrl file = QFileDialog::getOpenFileUrl(
@@ -485,7 +488,9 @@ void Olvik3DViewerWidget::load()
     question.setText(QStringLiteral("Would you like to swap Z and Y axis?"));
     question.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     question.setDefaultButton(QMessageBox::No);
-    load(file.toLocalFile(), question.exec() == QMessageBox::Yes);
+    const bool swap = question.exec() == QMessageBox::Yes;
+    if (self)
+        load(file.toLocalFile(), swap);
 }
 
 void Olvik3DViewerWidget::load(QString path, bool swap)
