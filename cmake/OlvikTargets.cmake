@@ -24,6 +24,13 @@ function(olvik_target_defaults target)
         if(type STREQUAL EXECUTABLE)
             target_sources(${target} PRIVATE
                 "${PROJECT_SOURCE_DIR}/tests/support/KeepLibrariesLoaded.cpp")
+            if(OLVIK_SANITIZER MATCHES thread)
+                target_sources(${target} PRIVATE
+                    "${PROJECT_SOURCE_DIR}/tests/support/TeachQtLocks.cpp")
+                # Qt's functions are replaced for the library, too.
+                set_target_properties(${target} PROPERTIES ENABLE_EXPORTS ON)
+                target_link_libraries(${target} PRIVATE Qt5::Core)
+            endif()
         endif()
     endif()
 endfunction()
