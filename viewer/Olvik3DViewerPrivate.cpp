@@ -330,6 +330,8 @@ void Olvik3DViewerPrivate::onAboutToQuit()
         delete workerThread;
     }
     hasQuit = true;
+    if (isRetiring)
+        retire();
 }
 
 void Olvik3DViewerPrivate::retire()
@@ -339,10 +341,14 @@ void Olvik3DViewerPrivate::retire()
     const int level = QThread::currentThread()->loopLevel();
     if (level > 1 && QApplication::activeModalWidget()) {
         hideWindows();
+        isRetiring = true;
         auto *poll = new QTimer(this);
-        connect(poll, &QTimer::timeout, this, [this, level] {
-            if (QThread::currentThread()->loopLevel() < level)
-                deleteLater();
+        connect(poll, &QTimer::timeout, this, [this, poll, level] {
+            if (QThread::currentThread()->loopLevel() >= level)
+                return;
+            poll->stop();
+            // The dialog may have been opened by another one.
+            retire();
         });
         poll->start(dialogPollMs);
         return;

@@ -118,4 +118,5 @@ private:
     QMutex mutex; ///< guards heights, lastProfile, showZero and the hand-over to the worker
     bool hasWarnedOfNullBuffer = false;
     bool hasQuit = false;
+    bool isRetiring = false; ///< the control is gone, a dialog is still open
 };
