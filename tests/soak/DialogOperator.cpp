@@ -18,6 +18,7 @@ namespace {
 
 constexpr int tickMs = 15;
 constexpr int mostTicks = 12;
+const char *const ticksKey = "soak ticks";
 
 const char *const texts[] = {
     "", "0", "1", "2.5", "0,5", "-3", "1e9", "1000", "nan", "warm", "Default", "a b/c"};
@@ -62,11 +63,12 @@ void DialogOperator::tick()
         return;
     }
     QWidget *dialog = QApplication::activeModalWidget();
-    if (!dialog) {
-        ticks.clear();
+    if (!dialog)
         return;
-    }
-    if (ticks[dialog]++ == 0) {
+    // At the dialog itself: another one may get its address.
+    const int ticks = dialog->property(ticksKey).toInt();
+    dialog->setProperty(ticksKey, ticks + 1);
+    if (ticks == 0) {
         journal.note(dialog->metaObject()->className() + (": " + dialog->windowTitle()));
         if (host && random.oneIn(4)) {
             host(random);
@@ -86,7 +88,7 @@ void DialogOperator::answer(QWidget &dialog)
         colors->setCurrentColor(QColor::fromRgba(static_cast<QRgb>(random.bits())));
         return random.oneIn(3) ? colors->reject() : colors->accept();
     }
-    if (ticks[&dialog] > mostTicks) {
+    if (dialog.property(ticksKey).toInt() > mostTicks) {
         dialog.close();
         return;
     }
@@ -99,7 +101,7 @@ void DialogOperator::answer(QWidget &dialog)
 void DialogOperator::answerFileDialog(QFileDialog &dialog)
 {
     const QString path = randomPath(random);
-    if (path.isEmpty() || ticks[&dialog] > 3)
+    if (path.isEmpty() || dialog.property(ticksKey).toInt() > 3)
         return dialog.reject();
     journal.note(path.section('/', -1));
     dialog.findChild<QLineEdit *>()->setText(path);

@@ -2,7 +2,6 @@
 
 #include "Choice.h"
 
-#include <QHash>
 #include <QObject>
 #include <QPoint>
 #include <QString>
@@ -47,5 +46,4 @@ private:
     const QString folder;
     Choice random{0};
     std::function<void(Choice &)> host;
-    QHash<QWidget *, int> ticks; ///< how often each open dialog was attended to
 };

@@ -49,6 +49,8 @@ void Journal::write(const QString &text)
     auto &kept = lines[static_cast<std::size_t>(line % keptLines)];
     std::snprintf(kept.data(), kept.size(), "%s\n", text.left(lineLength / 2).toUtf8().constData());
     nextLine = line + 1;
+    if (isTracing)
+        print(kept.data());
 }
 
 void Journal::beat()

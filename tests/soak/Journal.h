@@ -49,6 +49,8 @@ private:
     void write(const QString &text);
 
     const std::uint64_t seed;
+    const bool isTracing =
+        qEnvironmentVariableIsSet("SOAK_TRACE"); ///< each line at once, to stderr
     int count = 0;
     QMap<QString, int> countOfKind;
     QString current;
