@@ -20,6 +20,7 @@
 #include <vtkRendererCollection.h>
 #include <vtkRenderWindowInteractor.h>
 
+#include <algorithm>
 #include <utility>
 
 std::atomic<int> ViewerSlot::buffersIn{0};
@@ -145,6 +146,12 @@ void ViewerSlot::viewerClosed(const char *)
 QWidget *ViewerSlot::topLevel() const
 {
     return host ? host.get() : static_cast<QWidget *>(ownWindow);
+}
+
+bool ViewerSlot::isGone() const
+{
+    return std::none_of(
+        widgetParts.begin(), widgetParts.end(), [](const QPointer<QObject> &part) { return part; });
 }
 
 void ViewerSlot::checkNothingIsLeft()

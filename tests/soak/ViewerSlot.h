@@ -48,6 +48,9 @@ public:
     GradientTableWidget *gradients() const { return table; }
     QWidget *topLevel() const;
 
+    /// Whether none of the widgets of past controls is left.
+    bool isGone() const;
+
     /// After the control is gone: reports what outlived it as failures.
     void checkNothingIsLeft();
 
