@@ -1,0 +1,53 @@
+// Any bytes as the collection's file.
+#include "FuzzSupport.h"
+
+#include "GradientCollection.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <sanitizer/lsan_interface.h>
+
+namespace {
+
+QJsonObject contentOf(const GradientCollection &collection)
+{
+    QJsonObject json;
+    collection.write(json);
+    return json;
+}
+
+/// Qt 5.15 leaks the containers that such a text leaves open.
+void loadFrom(GradientCollection &collection)
+{
+    const __lsan::ScopedDisabler qtLeaks;
+    collection.load();
+}
+
+bool isCollection(const QByteArray &text)
+{
+    const __lsan::ScopedDisabler qtLeaks;
+    return QJsonDocument::fromJson(text).object()["gradients"].isArray();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t size)
+{
+    static const QString path = startFuzzing() + "/gradients.json";
+    const QByteArray text(reinterpret_cast<const char *>(data), static_cast<int>(size));
+    writeFile(path, text);
+    QFile::remove(path + ".damaged-1");
+
+    GradientCollection collection(path);
+    loadFrom(collection);
+    require(isCollection(text) || text.isEmpty() || contentsOf(path + ".damaged-1") == text,
+        "a damaged file is kept aside");
+
+    const QJsonObject content = contentOf(collection);
+    collection.save();
+    GradientCollection stored(path);
+    stored.load();
+    require(contentOf(stored) == content, "what was read is what is saved");
+    return 0;
+}
