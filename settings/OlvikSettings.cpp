@@ -1,6 +1,19 @@
 #include "OlvikSettings.h"
 
+#include "IniText.h"
+
 #include <QMutexLocker>
+
+namespace {
+
+QSettings::Format format()
+{
+    static const QSettings::Format ini =
+        QSettings::registerFormat(QStringLiteral("ini"), IniText::read, IniText::write);
+    return ini;
+}
+
+} // namespace
 
 std::shared_ptr<OlvikSettings> OlvikSettings::Instance()
 {
@@ -9,8 +22,8 @@ std::shared_ptr<OlvikSettings> OlvikSettings::Instance()
 }
 
 OlvikSettings::OlvikSettings()
-    : store(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Olvik"),
-        QStringLiteral("OlvikSettings"))
+    : store(
+        format(), QSettings::UserScope, QStringLiteral("Olvik"), QStringLiteral("OlvikSettings"))
 {
     // Other INI files of the system never shine through: what contains() denies, value() must not know.
     store.setFallbacksEnabled(false);

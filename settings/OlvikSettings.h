@@ -13,7 +13,7 @@
 ///
 /// Kept in INI format in the user's configuration folder, "Olvik/OlvikSettings.ini". Keys are
 /// case-sensitive; a slash separates the section from the name. Each change is on disk when the call
-/// returns. Safe to use from any thread.
+/// returns, or stays in memory, and the file as it was, when the disk takes nothing. Safe to use from any thread.
 class OLVIKSETTINGS_EXPORT OlvikSettings
 {
 public:
@@ -23,9 +23,11 @@ public:
     OlvikSettings(const OlvikSettings &) = delete;
     OlvikSettings &operator=(const OlvikSettings &) = delete;
 
-    /// \return the stored value, or \a defaultValue when the key does not exist. Numbers and booleans
-    ///         come back as text after a restart: convert them with QVariant's toInt() and its like.
+    /// \return the stored value, or \a defaultValue when the key does not exist. After a restart all
+    ///         but points, sizes, rectangles, byte arrays and lists of them comes back as text:
+    ///         convert it with QVariant's toInt() and its like.
     QVariant value(const QString &key, const QVariant &defaultValue = QVariant()) const;
+    /// \param value has a text form; what has none, a map for instance, is lost with the process
     void setValue(const QString &key, const QVariant &value);
     bool contains(const QString &key) const;
     void remove(const QString &key);
