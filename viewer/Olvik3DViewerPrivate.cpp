@@ -43,6 +43,8 @@ namespace {
 namespace Keys = ViewerSettingsKeys;
 
 constexpr QSize defaultWindowSize{640, 360};
+/// Of a window, so much stays on the screen to take hold of.
+constexpr int grip = 40;
 constexpr int newGradientMin = 0;
 constexpr int newGradientMax = 1000;
 
@@ -55,6 +57,18 @@ void ensureApplication()
     static int argc = 0;
     static QApplication *const application = new QApplication(argc, nullptr);
     Q_UNUSED(application)
+}
+
+/// Where and as large as stored, though never beyond the screens: they may have changed since, and a
+/// window of a damaged file's size would take all memory.
+void placeWindow(QWidget &window, const QPoint &position, const QSize &size)
+{
+    const QRect desktop = QGuiApplication::primaryScreen()->virtualGeometry();
+    window.resize(size.boundedTo(desktop.size()));
+    const QPoint last = desktop.bottomRight() - QPoint(grip, grip);
+    const QPoint first = desktop.topLeft() + QPoint(grip - window.width(), 0);
+    window.move(
+        qBound(first.x(), position.x(), last.x()), qBound(first.y(), position.y(), last.y()));
 }
 
 /// Without holding the mutex: large clouds take a while.
@@ -134,8 +148,8 @@ void Olvik3DViewerPrivate::buildWindow()
     window->setWindowTitle(QStringLiteral("3D Viewer"));
     window->resize(defaultWindowSize);
     if (settings->contains(Keys::position())) {
-        window->move(settings->value(Keys::position()).toPoint());
-        window->resize(settings->value(Keys::size()).toSize());
+        placeWindow(*window, settings->value(Keys::position()).toPoint(),
+            settings->value(Keys::size()).toSize());
     }
     window->hide();
     container = new QWidget(window);
@@ -228,7 +242,8 @@ void Olvik3DViewerPrivate::addAxesModeMenu(QMenu &viewMenu)
 
 void Olvik3DViewerPrivate::restoreColoring()
 {
-    colorMode = settings->value(Keys::colorMode(), Auto).toInt();
+    colorMode =
+        settings->value(Keys::colorMode(), Auto).toInt() == UserGradient ? UserGradient : Auto;
     gradientName = settings->value(Keys::gradientName(), QStringLiteral("Default")).toString();
     buildGradientBar();
     if (!gradientName.isEmpty())
