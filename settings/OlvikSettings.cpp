@@ -2,7 +2,10 @@
 
 #include "IniText.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QMutexLocker>
+#include <QThread>
 
 namespace {
 
@@ -11,6 +14,20 @@ QSettings::Format format()
     static const QSettings::Format ini =
         QSettings::registerFormat(QStringLiteral("ini"), IniText::read, IniText::write);
     return ini;
+}
+
+/// Killed between making its lock and signing it, a process leaves an empty one, which Qt would
+/// wait 30 seconds for.
+void removeAbandonedLock(const QString &path)
+{
+    constexpr int attempts = 20;
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        const QFileInfo lock(path);
+        if (!lock.exists() || lock.size() > 0)
+            return;
+        QThread::msleep(10);
+    }
+    QFile::remove(path);
 }
 
 } // namespace
@@ -39,9 +56,7 @@ void OlvikSettings::setValue(const QString &key, const QVariant &value)
 {
     const QMutexLocker lock(&mutex);
     store.setValue(key, value);
-    // QSettings writes from the event loop or at destruction; neither is sure to come in a host that is
-    // killed, or that ends without an application object.
-    store.sync();
+    write();
 }
 
 bool OlvikSettings::contains(const QString &key) const
@@ -54,5 +69,13 @@ void OlvikSettings::remove(const QString &key)
 {
     const QMutexLocker lock(&mutex);
     store.remove(key);
+    write();
+}
+
+void OlvikSettings::write()
+{
+    removeAbandonedLock(store.fileName() + QStringLiteral(".lock"));
+    // QSettings writes from the event loop or at destruction; neither is sure to come in a host that is
+    // killed, or that ends without an application object.
     store.sync();
 }

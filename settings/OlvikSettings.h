@@ -34,6 +34,7 @@ public:
 
 private:
     OlvikSettings();
+    void write();
 
     mutable QMutex mutex;
     QSettings store;
