@@ -222,6 +222,14 @@ QString sectionFrom(const QByteArray &line)
     return (name == "%General" ? noSection : keyFrom(name)) + '/';
 }
 
+/// Under the key that QSettings makes of it; it would never ask for another.
+void add(QSettings::SettingsMap &settings, const QString &key, const QByteArray &text)
+{
+    const QString normalized = key.split('/', Qt::SkipEmptyParts).join('/');
+    if (!normalized.isEmpty())
+        settings.insert(normalized, valueOfLine(text));
+}
+
 } // namespace
 
 bool IniText::read(QIODevice &device, QSettings::SettingsMap &settings)
@@ -233,8 +241,7 @@ bool IniText::read(QIODevice &device, QSettings::SettingsMap &settings)
         if (line.startsWith('['))
             section = sectionFrom(line);
         else if (equals > 0 && !line.startsWith(';'))
-            settings.insert(
-                section + keyFrom(line.left(equals).trimmed()), valueOfLine(line.mid(equals + 1)));
+            add(settings, section + keyFrom(line.left(equals).trimmed()), line.mid(equals + 1));
     }
     return true;
 }

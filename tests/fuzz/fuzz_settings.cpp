@@ -1,36 +1,39 @@
-// Any bytes as the settings' file, which may change under a running host.
+// Any bytes as the settings' file; what was read is written and read again.
 #include "FuzzSupport.h"
 
-#include "OlvikSettings.h"
-#include "ViewerSettingsKeys.h"
+#include "IniText.h"
 
-#include <QDir>
+#include <QBuffer>
 #include <QPoint>
 #include <QSize>
 
-namespace Keys = ViewerSettingsKeys;
+namespace {
+
+QSettings::SettingsMap settingsIn(QByteArray text)
+{
+    QSettings::SettingsMap settings;
+    QBuffer file(&text);
+    file.open(QIODevice::ReadOnly);
+    require(IniText::read(file, settings), "a damaged file is read as far as it goes");
+    return settings;
+}
+
+} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t size)
 {
-    static const QString folder = startFuzzing() + "/Olvik";
-    static const bool isMade = QDir().mkpath(folder);
-    require(isMade, "there is a folder");
-    writeFile(folder + "/OlvikSettings.ini",
-        QByteArray(reinterpret_cast<const char *>(data), static_cast<int>(size)));
-
-    const auto settings = OlvikSettings::Instance();
-    settings->remove("reads the file again");
-    for (const QString &key : {Keys::position(), Keys::size(), Keys::flyMode(), Keys::colorMode(),
-             Keys::checkedColorMode(), Keys::showZero(), Keys::gradientName()}) {
-        const QVariant value = settings->value(key, 1);
+    static const QString folder = startFuzzing();
+    const QSettings::SettingsMap settings =
+        settingsIn(QByteArray(reinterpret_cast<const char *>(data), static_cast<int>(size)));
+    for (const QVariant &value : settings) {
         value.toPoint();
         value.toSize();
         value.toInt();
         value.toString();
     }
-    settings->setValue(Keys::colorMode(), static_cast<int>(size));
-    require(settings->value(Keys::colorMode()).toUInt() == size, "a value can be set again");
-    QDir(folder).removeRecursively();
-    QDir().mkpath(folder);
+    QBuffer file;
+    file.open(QIODevice::WriteOnly);
+    require(IniText::write(file, settings), "memory takes everything");
+    require(settingsIn(file.data()) == settings, "what was read is what is written");
     return 0;
 }
