@@ -309,7 +309,7 @@ private Q_SLOTS:
         QFETCH(QString, kind);
         const QString file =
             kind == "cloud" ? folder->filePath("cloud.ply") : settingsFile(folder->path());
-        for (int round = 0; round < 40; ++round) {
+        for (int round = 0; round < 25; ++round) {
             QProcess saver;
             setHome(saver, folder->path());
             saver.start(QCoreApplication::applicationFilePath(), {"loop", kind, file});
