@@ -73,7 +73,7 @@ std::vector<Row> frameRows(const Results &results, int side)
         Pair(results, "shown", side).row("handed over to on screen", timesFaster(8, "1/8")),
         Pair(results, "first", side).row("first frame of a process", timesFaster(5, "1/5")),
         Pair(results, "gradient", side)
-            .row("more for an update in gradient mode", timesFaster(6, "1/6")),
+            .row("colours of a gradient, more for an update", timesFaster(6, "1/6")),
         Pair(results, "save", side).row("saving ASCII PLY", timesFaster(8, "1/8")),
         Pair(results, "stall", side)
             .row("longest stall of the GUI thread, 10 frames a second", atMost(60, "60 ms"))};

@@ -7,9 +7,9 @@
 
 namespace {
 
-/// 256 KiB of cells fit the processor's second cache; a gradient of five stops has some 3000 steps
-/// of a component, so that one height of twenty meets a cell that is not plain.
-constexpr std::size_t cellCount = 65536;
+/// Half a MiB of cells fits the processor's second cache. A gradient of five stops has some 1000 steps
+/// of a component, so that one height of fifty meets a cell that is not plain.
+constexpr std::size_t cellCount = 131072;
 
 } // namespace
 

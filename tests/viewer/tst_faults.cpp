@@ -13,7 +13,6 @@
 #include <QProcess>
 #include <QSignalSpy>
 
-#include <vtkLogger.h>
 #include <vtkNew.h>
 #include <vtkPoints.h>
 #include <vtkPolyData.h>
@@ -114,8 +113,6 @@ bool showsOneOfTheNextBuffers(Olvik3DViewerControl &viewer)
 /// Leaves room for a copy of the smaller buffer only, and not for its points.
 int refusalsWithoutMemory(Olvik3DViewerControl &viewer)
 {
-    // VTK tells of each array that it has no memory for.
-    vtkLogger::SetStderrVerbosity(vtkLogger::VERBOSITY_OFF);
     std::vector<float> heights(8000UL * 8000UL);
     const long pages = contentsOf("/proc/self/statm").split(' ').first().toLong();
     const rlim_t room = static_cast<rlim_t>(pages * sysconf(_SC_PAGESIZE)) + (500UL << 20);
