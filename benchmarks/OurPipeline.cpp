@@ -36,7 +36,7 @@ void OurPipeline::setBuffer(Heights &heights, int side)
 
 std::function<void()> OurPipeline::conversionOf(Heights &heights, int side)
 {
-    return [this, profile = OlvikProfileData(side, side, heights.data())] {
+    return [this, profile = copies.copyOf(heights.data(), side, side)] {
         worker.onNewProfileData(profile, true);
     };
 }

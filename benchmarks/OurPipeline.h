@@ -1,5 +1,6 @@
 #pragma once
 
+#include "HeightBuffers.h"
 #include "Olvik3DViewerControl.h"
 #include "Pipeline.h"
 #include "ProcessData.h"
@@ -25,4 +26,5 @@ private:
     Olvik3DViewerControl control;
     Olvik3DViewerWidget *widget;
     ProcessData worker; ///< beside the control's own, to time its part alone
+    HeightBuffers copies; ///< of the buffers handed to that worker
 };
