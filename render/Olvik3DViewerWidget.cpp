@@ -21,6 +21,8 @@
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QMutexLocker>
+#include <QOpenGLContext>
+#include <QPainter>
 #include <QPointer>
 #include <QStandardPaths>
 #include <QSurfaceFormat>
@@ -623,6 +625,30 @@ void Olvik3DViewerWidget::onPixelPicked(const double *coords)
     const double distance = distanceMarker->show(pickedPoints[0], pickedPoints[1]);
     pickedPoints.clear();
     Q_EMIT distancePicked(distance);
+}
+
+void Olvik3DViewerWidget::initializeGL()
+{
+    // VTK would end the process with the first function that an older version lacks.
+    hasOpenGL = context()->format().version() >= qMakePair(3, 2);
+    if (hasOpenGL)
+        QVTKOpenGLNativeWidget::initializeGL();
+    else
+        sceneWindow->SetReadyForRendering(false);
+}
+
+void Olvik3DViewerWidget::paintGL()
+{
+    if (hasOpenGL) {
+        QVTKOpenGLNativeWidget::paintGL();
+        return;
+    }
+    QPainter painter(this);
+    painter.fillRect(rect(), Qt::black);
+    painter.setPen(Qt::white);
+    painter.drawText(rect(), Qt::AlignCenter,
+        tr("No suitable OpenGL version was found!\nVersion 3.2 or grater is required\nPlease "
+           "Upgrade the GPU drivers"));
 }
 
 bool Olvik3DViewerWidget::event(QEvent *event)

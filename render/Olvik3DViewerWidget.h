@@ -67,7 +67,7 @@ public:
         std::shared_ptr<const ColorLookup> coloredBy; ///< where the cloud's "Colors" come from
     };
 
-    /// The widget starts hidden. Sets Qt's default surface format to the one that VTK needs.
+    /// The widget starts hidden. Without OpenGL 3.2 it shows a message in place of the scene. Sets Qt's default surface format to the one that VTK needs.
     explicit Olvik3DViewerWidget(QWidget *parent = nullptr);
     ~Olvik3DViewerWidget() override;
 
@@ -163,6 +163,8 @@ public Q_SLOTS:
 
 protected:
     bool event(QEvent *event) override;
+    void initializeGL() override;
+    void paintGL() override;
     void keyPressEvent(QKeyEvent *event) override;
     void keyReleaseEvent(QKeyEvent *event) override;
 
@@ -230,6 +232,7 @@ private:
     QVector<std::array<double, 3>> pickedPoints;
     RenderData shown; ///< last request that was drawn
     double framedViewAngle = 0.0;
+    bool hasOpenGL = true; ///< false on a machine without the version that VTK needs
     bool axesVisible = true;
     bool invertedAxis = false;
     bool resetCameraPending = true;

@@ -7,19 +7,23 @@ class TestOpenGLRefusal : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void oldOpenGLEndsTheProcessAfterAMessage_data()
+    void oldOpenGLIsRefused_data()
     {
         QTest::addColumn<QString>("version");
         QTest::addColumn<bool>("isRefused");
-        QTest::newRow("2.1") << "2.1" << true;
-        QTest::newRow("3.1") << "3.1" << true;
-        QTest::newRow("3.2") << "3.2" << false;
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("2.1") << "2.1" << true << QStringList();
+        QTest::newRow("3.1") << "3.1" << true << QStringList();
+        QTest::newRow("3.2") << "3.2" << false << QStringList();
+        QTest::newRow("2.1, embedded: the host lives on") << "2.1" << false << QStringList("embed");
+        QTest::newRow("3.2, embedded") << "3.2" << false << QStringList("embed");
     }
 
-    void oldOpenGLEndsTheProcessAfterAMessage()
+    void oldOpenGLIsRefused()
     {
         QFETCH(QString, version);
         QFETCH(bool, isRefused);
+        QFETCH(QStringList, arguments);
         QProcess host;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("MESA_GL_VERSION_OVERRIDE", version);
@@ -27,7 +31,7 @@ private Q_SLOTS:
         environment.insert("XDG_DATA_HOME", folder.path());
         environment.insert("XDG_CONFIG_HOME", folder.path());
         host.setProcessEnvironment(environment);
-        host.start(REFUSED_VIEWER, QStringList());
+        host.start(REFUSED_VIEWER, arguments);
         QVERIFY(host.waitForFinished(30000));
 
         QCOMPARE(host.exitStatus(), QProcess::NormalExit);
