@@ -3,6 +3,7 @@
 #include "CloudMapper.h"
 #include "Scan.h"
 #include "SoftwareOpenGL.h"
+#include "VtkCompatibility.h"
 
 #include <vtkCamera.h>
 #include <vtkMath.h>
@@ -50,7 +51,7 @@ void CloudActor::Render(vtkRenderer *renderer, vtkMapper *mapper)
     if (!full || !full->GetInput())
         return;
 
-    Device->SetShaderProperty(GetShaderProperty());
+    VtkCompatibility::shareShaders(*this, *Device);
     Device->SetUserMatrix(GetMatrix());
     wasCoarse = isCoarseWanted && canLeaveOut();
     if (wasCoarse)

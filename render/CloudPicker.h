@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VtkCompatibility.h"
+
 #include <vtkPointPicker.h>
 
 /// Point picker for measured clouds, which hold NaN where the sensor saw nothing.
@@ -14,6 +16,8 @@ public:
     vtkTypeMacro(CloudPicker, vtkPointPicker)
 
 protected:
-    double IntersectWithLine(const double p1[3], const double p2[3], double tol,
+    using PickCoordinates = VtkCompatibility::PickCoordinates;
+
+    double IntersectWithLine(PickCoordinates p1, PickCoordinates p2, double tol,
         vtkAssemblyPath *path, vtkProp3D *prop, vtkAbstractMapper3D *mapper) override;
 };

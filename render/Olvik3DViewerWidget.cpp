@@ -13,6 +13,7 @@
 #include "MouseInteractorStylePP.h"
 #include "PlyReader.h"
 #include "ScanPreparer.h"
+#include "VtkCompatibility.h"
 #include "vtkShaderCallback.h"
 #include "WaitCursor.h"
 
@@ -101,14 +102,14 @@ Olvik3DViewerWidget::~Olvik3DViewerWidget()
     // VTK counts the style, so it must be neither deleted as a child of this object nor told of
     // events while this object goes.
     interactorStyle->setParent(nullptr);
-    interactor()->SetInteractorStyle(nullptr);
+    VtkCompatibility::interactor(*this)->SetInteractorStyle(nullptr);
     makeCurrent();
     sceneWindow->ReleaseGraphicsResources(sceneWindow);
 }
 
 void Olvik3DViewerWidget::buildScene()
 {
-    setRenderWindow(sceneWindow);
+    VtkCompatibility::setRenderWindow(*this, sceneWindow);
     sceneWindow->AddRenderer(renderer);
     sceneWindow->SetMultiSamples(0);
 
@@ -153,10 +154,11 @@ void Olvik3DViewerWidget::buildInteraction()
     connect(interactorStyle, &MouseInteractorStylePP::pixelPicked, this,
         &Olvik3DViewerWidget::onPixelPicked);
 
-    interactor()->SetDesiredUpdateRate(framesPerSecond);
-    interactor()->SetPicker(pointPicker);
-    interactor()->SetRenderWindow(sceneWindow);
-    interactor()->SetInteractorStyle(interactorStyle);
+    QVTKInteractor *interactor = VtkCompatibility::interactor(*this);
+    interactor->SetDesiredUpdateRate(framesPerSecond);
+    interactor->SetPicker(pointPicker);
+    interactor->SetRenderWindow(sceneWindow);
+    interactor->SetInteractorStyle(interactorStyle);
 
     rest.setSingleShot(true);
     connect(&rest, &QTimer::timeout, this, &Olvik3DViewerWidget::onRest);
@@ -184,7 +186,7 @@ void Olvik3DViewerWidget::setmapper()
     removeHeightShader();
     // Without shift and scale the shader sees the cloud's real coordinates.
     mapper->SetVBOShiftScaleMethod(0);
-    if (!installHeightShader(*actor))
+    if (!installHeightShader({*actor, {mapper, &actor->coarseMapper()}}))
         return;
 
     shaderCallback.TakeReference(vtkShaderCallback::New());
@@ -197,7 +199,7 @@ void Olvik3DViewerWidget::removeHeightShader()
 {
     if (!shaderCallback)
         return;
-    ::removeHeightShader(*actor);
+    VtkCompatibility::Shaders(*actor, {mapper, &actor->coarseMapper()}).restore();
     for (CloudMapper *each : {mapper.Get(), &actor->coarseMapper()})
         each->RemoveObserver(shaderCallback);
     shaderCallback = nullptr;

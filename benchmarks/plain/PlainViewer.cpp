@@ -1,6 +1,7 @@
 #include "PlainViewer.h"
 
 #include "HeightShader.h"
+#include "VtkCompatibility.h"
 #include "vtkShaderCallback.h"
 
 #include <vtkCamera.h>
@@ -46,7 +47,7 @@ void PlainViewer::buildScene()
 
 void PlainViewer::colorByHeight()
 {
-    if (!installHeightShader(*actor))
+    if (!installHeightShader({*actor, {mapper}}))
         qFatal("no height shader");
     // Without shift and scale the shader sees the cloud's real coordinates.
     mapper->SetVBOShiftScaleMethod(0);
@@ -57,7 +58,7 @@ void PlainViewer::colorByHeight()
 void PlainViewer::colorBy(const Gradient &newGradient)
 {
     gradient = std::make_shared<const Gradient>(newGradient);
-    removeHeightShader(*actor);
+    VtkCompatibility::Shaders(*actor, {mapper}).restore();
     mapper->RemoveObserver(shaderCallback);
 }
 

@@ -1,0 +1,112 @@
+#pragma once
+
+#include <QVTKOpenGLNativeWidget.h>
+#include <vtkActor.h>
+#include <vtkGenericOpenGLRenderWindow.h>
+#include <vtkOpenGLPolyDataMapper.h>
+#include <vtkShader.h>
+#include <vtkVersionMacros.h>
+
+#if VTK_MAJOR_VERSION >= 9
+#include <vtkShaderProperty.h>
+#endif
+
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+/// Everything that is written differently for different versions of VTK, 8.2 and later.
+namespace VtkCompatibility {
+
+#if VTK_MAJOR_VERSION >= 9
+/// Coordinates as virtual functions of pickers take them.
+using PickCoordinates = const double *;
+
+inline QVTKInteractor *interactor(const QVTKOpenGLNativeWidget &widget)
+{
+    return widget.interactor();
+}
+
+inline void setRenderWindow(QVTKOpenGLNativeWidget &widget, vtkGenericOpenGLRenderWindow *window)
+{
+    widget.setRenderWindow(window);
+}
+
+/// Makes \a device draw with the shaders of \a actor.
+inline void shareShaders(vtkActor &actor, vtkActor &device)
+{
+    device.SetShaderProperty(actor.GetShaderProperty());
+}
+#else
+using PickCoordinates = double *;
+
+inline QVTKInteractor *interactor(QVTKOpenGLNativeWidget &widget)
+{
+    return widget.GetInteractor();
+}
+
+inline void setRenderWindow(QVTKOpenGLNativeWidget &widget, vtkGenericOpenGLRenderWindow *window)
+{
+    widget.SetRenderWindow(window);
+}
+
+/// The mappers hold the replacements.
+inline void shareShaders(vtkActor &, vtkActor &) { }
+#endif
+
+/// Changes VTK's shaders for one actor: the actor's own replacements, or before VTK 9.0 those of all its
+/// mappers, which 9.2 has dropped.
+class Shaders
+{
+public:
+    /// \param drawing all mappers that draw the actor; borrowed, as is the actor
+    Shaders(vtkActor &drawn, std::initializer_list<vtkMapper *> drawing)
+        : actor(drawn)
+        , mappers(drawing)
+    { }
+
+    /// Replaces the first occurrence of \a tag before VTK replaces it.
+    void replace(vtkShader::Type shader, const std::string &tag, const std::string &code) const;
+    void restore() const;
+
+private:
+    vtkActor &actor;
+    std::vector<vtkMapper *> mappers;
+};
+
+#if VTK_MAJOR_VERSION >= 9
+inline void Shaders::replace(
+    vtkShader::Type shader, const std::string &tag, const std::string &code) const
+{
+    const bool beforeVtk = true;
+    const bool everywhere = false;
+    vtkShaderProperty *property = actor.GetShaderProperty();
+    if (shader == vtkShader::Vertex)
+        property->AddVertexShaderReplacement(tag, beforeVtk, code, everywhere);
+    else
+        property->AddFragmentShaderReplacement(tag, beforeVtk, code, everywhere);
+}
+
+inline void Shaders::restore() const
+{
+    actor.GetShaderProperty()->ClearAllShaderReplacements();
+}
+#else
+inline void Shaders::replace(
+    vtkShader::Type shader, const std::string &tag, const std::string &code) const
+{
+    const bool beforeVtk = true;
+    const bool everywhere = false;
+    for (vtkMapper *mapper : mappers)
+        vtkOpenGLPolyDataMapper::SafeDownCast(mapper)->AddShaderReplacement(
+            shader, tag, beforeVtk, code, everywhere);
+}
+
+inline void Shaders::restore() const
+{
+    for (vtkMapper *mapper : mappers)
+        vtkOpenGLPolyDataMapper::SafeDownCast(mapper)->ClearAllShaderReplacements();
+}
+#endif
+
+} // namespace VtkCompatibility
