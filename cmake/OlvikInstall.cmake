@@ -1,7 +1,7 @@
 include(CMakePackageConfigHelpers)
 
-# Components: runtime and settings (one library each), development (all that a host's build needs) and licence,
-# which distribution packages replace by a file of their own.
+# Components: runtime and settings (one library each), development (all that a host's build needs) and
+# licence, which distribution packages replace by a file of their own.
 set(olvik_include_dir ${CMAKE_INSTALL_INCLUDEDIR}/olvik3dviewer)
 set(olvik_config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Olvik3DViewerWidget)
 

@@ -11,12 +11,13 @@ if(NOT GZIP)
 endif()
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(olvik_debian_version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
-configure_file("${olvik_packages_dir}/changelog.in" "${olvik_packages_build_dir}/changelog.Debian" @ONLY)
+configure_file("${olvik_packages_dir}/changelog.in"
+    "${olvik_packages_build_dir}/changelog.Debian" @ONLY)
 execute_process(COMMAND ${GZIP} -9nf "${olvik_packages_build_dir}/changelog.Debian"
     COMMAND_ERROR_IS_FATAL ANY)
 
-# olvik_package(<component> NAME <package> SECTION <section> SUMMARY <line> DESCRIPTION <text> [DEPENDS <list>]
-#               [MULTIARCH <same|...>])
+# olvik_package(<component> NAME <package> SECTION <section> SUMMARY <line> DESCRIPTION <text>
+#               [DEPENDS <list>] [MULTIARCH <same|...>])
 # Makes a package of everything that is installed in the component.
 macro(olvik_package component)
     cmake_parse_arguments(package "" "NAME;SECTION;SUMMARY;DESCRIPTION;MULTIARCH" "DEPENDS" ${ARGN})
@@ -30,7 +31,9 @@ macro(olvik_package component)
     if(package_SECTION STREQUAL libs)
         set(CPACK_DEBIAN_${package_key}_PACKAGE_CONTROL_EXTRA "${olvik_packages_dir}/triggers")
     endif()
-    install(FILES "${olvik_packages_dir}/copyright" "${olvik_packages_build_dir}/changelog.Debian.gz"
+    install(FILES
+            "${olvik_packages_dir}/copyright"
+            "${olvik_packages_build_dir}/changelog.Debian.gz"
         DESTINATION share/doc/${package_NAME}
         COMPONENT ${component} EXCLUDE_FROM_ALL)
 endmacro()
@@ -86,7 +89,8 @@ set(CPACK_DEBIAN_PACKAGE_SOURCE olvik3dviewer)
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "The Olvik 3D viewer authors <olvik3dviewer@example.org>")
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${PROJECT_BINARY_DIR}" "${PROJECT_BINARY_DIR}/settings")
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
+    "${PROJECT_BINARY_DIR}" "${PROJECT_BINARY_DIR}/settings")
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY >=)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
