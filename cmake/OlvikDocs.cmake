@@ -30,6 +30,7 @@ set(DOXYGEN_EXPAND_ONLY_PREDEF YES)
 set(DOXYGEN_PREDEFINED OLVIK3DVIEWER_EXPORT= OLVIKSETTINGS_EXPORT= Q_OBJECT=
     "Q_DECLARE_METATYPE(x)=" "vtkTypeMacro(x,y)=")
 doxygen_add_docs(docs
-    "${PROJECT_SOURCE_DIR}/README.md" "${PROJECT_SOURCE_DIR}/CHANGELOG.md" ${olvik_guides}
+    "${PROJECT_SOURCE_DIR}/README.md" "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
+    "${PROJECT_SOURCE_DIR}/SECURITY.md" ${olvik_guides}
     ${olvik_documented_headers}
     COMMENT "Writing the API reference")

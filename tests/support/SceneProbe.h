@@ -34,13 +34,10 @@ public:
         widget.onRenderNoCamera();
     }
 
-    QPoint pixelOf(double x, double y, double z) const
-    {
-        renderer->SetWorldPoint(x, y, z, 1.0);
-        renderer->WorldToDisplay();
-        const double *display = renderer->GetDisplayPoint();
-        return {qRound(display[0] - 0.5), widget.height() - 1 - qRound(display[1] - 0.5)};
-    }
+    QPoint pixelOf(double x, double y, double z) const { return displayed(x, y, z, 0.5); }
+
+    /// Where to click for a scene position: VTK picks at the corner of a pixel, not in its middle.
+    QPoint clickOn(double x, double y, double z) const { return displayed(x, y, z, 0.0); }
 
     /// Colour of the point drawn at a scene position, give or take one pixel; black where there is
     /// none.
@@ -70,6 +67,15 @@ public:
     }
 
 private:
+    /// \param middle place inside a pixel that stands for all of it
+    QPoint displayed(double x, double y, double z, double middle) const
+    {
+        renderer->SetWorldPoint(x, y, z, 1.0);
+        renderer->WorldToDisplay();
+        const double *display = renderer->GetDisplayPoint();
+        return {qRound(display[0] - middle), widget.height() - 1 - qRound(display[1] - middle)};
+    }
+
     Olvik3DViewerWidget &widget;
     vtkRenderer *renderer;
 };

@@ -195,7 +195,7 @@ private Q_SLOTS:
         SceneProbe probe(*view);
         probe.lookFromAbove(200, 200);
 
-        QTest::mouseClick(view, Qt::LeftButton, Qt::NoModifier, probe.pixelOf(50, 120, 5));
+        QTest::mouseClick(view, Qt::LeftButton, Qt::NoModifier, probe.clickOn(50, 120, 5));
         QCOMPARE(picked, QString("50 120 5"));
         QCOMPARE(viewerWindow()->statusBar()->findChild<QLabel *>()->text(),
             QString("Point picked X: 50 Y: 120 Z: 5"));
@@ -221,7 +221,7 @@ private Q_SLOTS:
         QTest::keyPress(view, Qt::Key_Control, Qt::ControlModifier);
         for (const int column : {20, 60})
             QTest::mouseClick(
-                view, Qt::LeftButton, Qt::ControlModifier, probe.pixelOf(column, 100, column));
+                view, Qt::LeftButton, Qt::ControlModifier, probe.clickOn(column, 100, column));
         QTest::keyRelease(view, Qt::Key_Control);
         QCOMPARE(distances.size(), 1);
         const double distance = distances[0][0].toDouble();
