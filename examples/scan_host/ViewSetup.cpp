@@ -1,27 +1,12 @@
 #include "ViewSetup.h"
 
 #include "HeightMap.h"
+#include "TerrainGradient.h"
 
-#include <Gradient.h>
 #include <Olvik3DViewerWidget.h>
 
 #include <algorithm>
 #include <cmath>
-
-namespace {
-
-Gradient terrain(double top)
-{
-    Gradient gradient;
-    gradient.addStop(0.0f, QColor(0, 0, 135));
-    gradient.addStop(0.33f, QColor(0, 255, 255));
-    gradient.addStop(0.66f, QColor(255, 255, 0));
-    gradient.addStop(1.0f, QColor(255, 0, 0));
-    gradient.setMax(top);
-    return gradient;
-}
-
-} // namespace
 
 ViewSetup::ViewSetup(Olvik3DViewerWidget *viewerWidget, const ViewOptions &viewOptions)
     : QObject(viewerWidget)
@@ -44,7 +29,7 @@ void ViewSetup::useRangeOf(const HeightMap &frame)
     float top = 0.0f;
     for (const float height : frame.heights)
         top = std::isfinite(height) ? std::max(top, height) : top;
-    view->setGradient(terrain(std::ceil(static_cast<double>(top))));
+    view->setGradient(terrainGradient(std::ceil(static_cast<double>(top))));
 }
 
 void ViewSetup::loadOnce()

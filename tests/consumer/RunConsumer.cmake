@@ -1,5 +1,5 @@
-# Installs the library into a folder of the test, builds the consumer's project against it, runs both hosts.
-# Expects BUILD_DIR, WORK_DIR, SOURCE_DIR and BUILD_TYPE.
+# Installs the library into a folder of the test, builds the consumer's project and the minimal example
+# against it, runs all hosts. Expects BUILD_DIR, WORK_DIR, SOURCE_DIR, EXAMPLE_DIR and BUILD_TYPE.
 
 function(run)
     execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE output ERROR_VARIABLE output
@@ -15,9 +15,14 @@ set(prefix "${WORK_DIR}/elsewhere")
 run(${CMAKE_COMMAND} --install "${BUILD_DIR}" --prefix "${WORK_DIR}/prefix")
 # The package must not remember where it was installed first.
 file(RENAME "${WORK_DIR}/prefix" "${prefix}")
-run(${CMAKE_COMMAND} -G Ninja -S "${SOURCE_DIR}" -B "${WORK_DIR}/build"
-    "-DCMAKE_PREFIX_PATH=${prefix}" "-DCMAKE_BUILD_TYPE=${BUILD_TYPE}")
-run(${CMAKE_COMMAND} --build "${WORK_DIR}/build")
+foreach(project "SOURCE_DIR=build" "EXAMPLE_DIR=minimal")
+    string(REPLACE "=" ";" project "${project}")
+    list(GET project 0 source)
+    list(GET project 1 build)
+    run(${CMAKE_COMMAND} -G Ninja -S "${${source}}" -B "${WORK_DIR}/${build}"
+        "-DCMAKE_PREFIX_PATH=${prefix}" "-DCMAKE_BUILD_TYPE=${BUILD_TYPE}")
+    run(${CMAKE_COMMAND} --build "${WORK_DIR}/${build}")
+endforeach()
 
 set(ENV{XDG_CONFIG_HOME} "${WORK_DIR}/config")
 set(ENV{XDG_DATA_HOME} "${WORK_DIR}/data")
@@ -34,3 +39,10 @@ foreach(case "consumer=shown\n" "facade_consumer=closed consumer\n")
         message(FATAL_ERROR "${program} printed '${output}' instead of '${expected}'")
     endif()
 endforeach()
+
+# Nobody closes its window: it has to be there, and silent, when the time is up.
+execute_process(COMMAND "${WORK_DIR}/minimal/minimal" OUTPUT_VARIABLE output ERROR_VARIABLE output
+    RESULT_VARIABLE result TIMEOUT 4)
+if(NOT result MATCHES "timeout" OR output)
+    message(FATAL_ERROR "The minimal example ended with '${result}' and printed '${output}'")
+endif()

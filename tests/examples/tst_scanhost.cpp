@@ -90,6 +90,19 @@ private Q_SLOTS:
         }
     }
 
+    /// Two viewers, neither of them in the other's place.
+    void embeddedViewersShowTheirSurfaces()
+    {
+        host.start(EMBEDDED, {"--shot", folder.filePath("e.png")});
+        QVERIFY(host.waitForFinished(60000));
+        QCOMPARE(host.readAllStandardError(), QByteArray());
+        QCOMPARE(host.exitCode(), 0);
+        const QImage picture(folder.filePath("e.png"));
+        const int half = picture.width() / 2;
+        QVERIFY(shareOfSurface(picture.copy(0, 0, half, picture.height())) > 0.02);
+        QVERIFY(shareOfSurface(picture.copy(half, 0, half, picture.height())) > 0.02);
+    }
+
     void closingIsPrintedAndEndsTheHost()
     {
         Options options;

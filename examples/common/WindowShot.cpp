@@ -2,12 +2,16 @@
 
 #include <QOpenGLWidget>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int lookEvery = 500;
 
-bool isOfOneColour(const QImage &image)
+bool isEmpty(const QImage &image)
 {
+    if (image.isNull())
+        return true;
     const QRgb first = image.pixel(0, 0);
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x) {
@@ -42,12 +46,12 @@ void WindowShot::look()
         Q_EMIT failed();
         return;
     }
-    auto *view = window->findChild<QOpenGLWidget *>();
-    if (!view)
-        return;
 
-    const QImage current = view->grabFramebuffer();
-    const bool isDone = !current.isNull() && current == previous && !isOfOneColour(current);
+    QVector<QImage> current;
+    for (QOpenGLWidget *view : window->findChildren<QOpenGLWidget *>())
+        current.append(view->grabFramebuffer());
+    const bool isDone = !current.isEmpty() && current == previous
+        && std::none_of(current.begin(), current.end(), isEmpty);
     previous = current;
     if (!isDone)
         return;

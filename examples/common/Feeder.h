@@ -21,6 +21,9 @@ public:
     /// The first frame is due at once.
     void start();
 
+    /// No further frame until the next start.
+    void stop();
+
 Q_SIGNALS:
     /// \param count frames so far, this one included
     void frameReady(HeightMap &frame, int count);

@@ -21,6 +21,11 @@ void Feeder::start()
     feed();
 }
 
+void Feeder::stop()
+{
+    timer.stop();
+}
+
 void Feeder::feed()
 {
     if (limit > 0 && count == limit) {
