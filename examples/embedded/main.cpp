@@ -1,3 +1,4 @@
+#include "Language.h"
 #include "MeasuringWindow.h"
 #include "WindowShot.h"
 
@@ -42,6 +43,7 @@ int main(int argc, char *argv[])
         {shot, QApplication::translate("main", "Write a picture of one frame to <png> and end."),
             QStringLiteral("png")});
     parser.process(application);
+    installLanguage(QLocale::system());
 
     MeasuringWindow window;
     window.show();

@@ -19,6 +19,7 @@ constexpr int mostFrames = 1000000;
 const QString colorOption = QStringLiteral("color");
 const QString embedOption = QStringLiteral("embed");
 const QString framesOption = QStringLiteral("frames");
+const QString languageOption = QStringLiteral("language");
 const QString loadOption = QStringLiteral("load");
 const QString rateOption = QStringLiteral("rate");
 const QString scaleOption = QStringLiteral("scale");
@@ -53,6 +54,8 @@ CommandLine::CommandLine()
             QStringLiteral("auto|gradient")},
         {embedOption, tr("Place the view in a window of this program.")},
         {framesOption, tr("End after <count> buffers."), QStringLiteral("count")},
+        {languageOption, tr("Show the viewer's texts in <language> (default: the system's)."),
+            QStringLiteral("language")},
         {loadOption, tr("Show the points of <ply> after the first buffer, within its bounds."),
             QStringLiteral("ply")},
         {rateOption, tr("Feed <hertz> buffers a second (default: 10)."), QStringLiteral("hertz")},
@@ -83,7 +86,7 @@ CommandLine::Outcome CommandLine::parse(const QStringList &arguments)
         return Outcome::PrintText;
     }
     if (!readSource() || !readSize() || !readRate() || !readFrames() || !readCloud() || !readScale()
-        || !readColor())
+        || !readColor() || !readLanguage())
         return Outcome::Reject;
 
     result.embed = parser.isSet(embedOption);
@@ -208,6 +211,17 @@ bool CommandLine::readColor()
     result.view.isGradient = color == QLatin1String("gradient");
     return *result.view.isGradient || color == QLatin1String("auto")
         || reject(tr("--color: '%1' is neither auto nor gradient").arg(color));
+}
+
+bool CommandLine::readLanguage()
+{
+    if (!parser.isSet(languageOption))
+        return true;
+    const QString name = parser.value(languageOption);
+    result.language = QLocale(name);
+    // What Qt makes of a name that it does not know.
+    const bool isKnown = result.language != QLocale::c() || name == QLatin1String("C");
+    return isKnown || reject(tr("--language takes a language as en or de_AT, not '%1'").arg(name));
 }
 
 bool CommandLine::reject(const QString &reason)

@@ -2,6 +2,7 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QLocale>
 #include <QSize>
 #include <QString>
 #include <QStringList>
@@ -35,6 +36,8 @@ struct Options
     /// Buffers after which the host ends; 0: it runs until its window is closed.
     int frames = 0;
     bool embed = false;
+    /// Of the viewer's texts.
+    QLocale language = QLocale::system();
     /// Picture to write; empty for none.
     QString screenshot;
     ViewOptions view;
@@ -67,6 +70,7 @@ private:
     bool readCloud();
     bool readScale();
     bool readColor();
+    bool readLanguage();
     bool reject(const QString &reason);
 
     QCommandLineParser parser;

@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 #include "FrameSource.h"
 #include "HeightMapReader.h"
+#include "Language.h"
 #include "Report.h"
 #include "ScanHost.h"
 #include "ScannerSimulator.h"
@@ -95,5 +96,6 @@ int main(int argc, char **argv)
         return WrongInput;
 
     const QApplication application(argc, argv);
+    installLanguage(options.language);
     return runHost(options, std::move(source), wantsPicture ? &picture : nullptr);
 }

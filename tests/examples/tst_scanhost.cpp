@@ -60,6 +60,7 @@ private Q_SLOTS:
         QTest::newRow("--frames 0") << QByteArray("'0'");
         QTest::newRow("--scale 1,0,2") << QByteArray("--scale");
         QTest::newRow("--color rainbow") << QByteArray("--color");
+        QTest::newRow("--language klingon") << QByteArray("'klingon'");
         QTest::newRow("--load none.ply") << QByteArray("none.ply");
         QTest::newRow("--swap") << QByteArray("--load");
         QTest::newRow("--screenshot none/p.png") << QByteArray("none/p.png");
