@@ -1,5 +1,6 @@
 #include "Olvik3DViewerWidget.h"
 
+#include "AxesLayout.h"
 #include "AxisExtents.h"
 #include "CloudActor.h"
 #include "CloudMapper.h"
@@ -99,6 +100,7 @@ Olvik3DViewerWidget::~Olvik3DViewerWidget()
 {
     removeHeightShader();
     camera->RemoveObservers(vtkCommand::ModifiedEvent);
+    renderer->RemoveObservers(vtkCommand::StartEvent);
     // VTK counts the style, so it must be neither deleted as a child of this object nor told of
     // events while this object goes.
     interactorStyle->setParent(nullptr);
@@ -122,6 +124,9 @@ void Olvik3DViewerWidget::buildScene()
     cubeAxes->SetVisibility(0);
     cubeAxes->PickableOff();
     titleAxes();
+    // The labels of the pixels and profiles are whole numbers, not multiples of a power of ten.
+    cubeAxes->SetLabelScaling(false, 0, 0, 0);
+    renderer->AddObserver(vtkCommand::StartEvent, this, &Olvik3DViewerWidget::onStartOfDrawing);
 
     renderer->SetBackground(0.0, 0.0, 0.0);
     renderer->SetActiveCamera(camera);
@@ -145,6 +150,11 @@ void Olvik3DViewerWidget::titleAxes()
     cubeAxes->SetYUnits("profiles");
     cubeAxes->SetZTitle("Y");
     cubeAxes->SetZUnits("pixels");
+}
+
+void Olvik3DViewerWidget::onStartOfDrawing()
+{
+    layOutAxes(*cubeAxes, *renderer, devicePixelRatioF());
 }
 
 void Olvik3DViewerWidget::buildInteraction()

@@ -198,6 +198,7 @@ private:
     void onCameraMoved();
     void onRest();
     void titleAxes();
+    void onStartOfDrawing();
     void frameCloud();
 
     void submit(const Scan &scan);

@@ -11,12 +11,14 @@
 #include <vtkActor.h>
 #include <vtkActorCollection.h>
 #include <vtkCellArray.h>
+#include <vtkCubeAxesActor.h>
 #include <vtkMapper.h>
 #include <vtkOpenGLPolyDataMapper.h>
 #include <vtkPointData.h>
 #include <vtkPoints.h>
 
 #include <vtkShaderProperty.h>
+#include <vtkStringArray.h>
 
 #include <limits>
 
@@ -64,6 +66,17 @@ Gradient blackToWhite(double max)
     return gradient;
 }
 
+vtkCubeAxesActor *axesIn(Olvik3DViewerWidget &view)
+{
+    vtkPropCollection *props =
+        view.renderWindow()->GetRenderers()->GetFirstRenderer()->GetViewProps();
+    for (int i = 0; i < props->GetNumberOfItems(); ++i) {
+        if (auto *axes = vtkCubeAxesActor::SafeDownCast(props->GetItemAsObject(i)))
+            return axes;
+    }
+    return nullptr;
+}
+
 } // namespace
 
 class TestOlvik3DViewerWidget : public QObject
@@ -71,6 +84,35 @@ class TestOlvik3DViewerWidget : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void axesTextsStandApartAndKeepTheirSize_data()
+    {
+        QTest::addColumn<int>("height");
+        QTest::addColumn<QString>("labels");
+        QTest::newRow("low") << 160 << "0,200,400,600";
+        QTest::newRow("tall") << 500 << "0,100,200,300,400,500,600,700";
+        QTest::newRow("tiny") << 60 << "0,500";
+    }
+
+    void axesTextsStandApartAndKeepTheirSize()
+    {
+        QFETCH(int, height);
+        QFETCH(QString, labels);
+        Olvik3DViewerWidget view;
+        view.resize(height * 2, height);
+        view.show();
+        view.loadPolyData(ramp(3, 1), boundsOf(1024, 767, 5), {0, 5});
+        QTRY_VERIFY(view.getAxisVisibility());
+        SceneProbe(view).lookFromAbove(1024, 767);
+        vtkCubeAxesActor *axes = axesIn(view);
+        QStringList texts;
+        vtkStringArray *profiles = axes->GetAxisLabels(1);
+        for (vtkIdType i = 0; i < profiles->GetNumberOfValues(); ++i)
+            texts += QString::fromStdString(profiles->GetValue(i)).trimmed();
+        texts.removeAll(QString());
+        QCOMPARE(texts.join(','), labels);
+        QCOMPARE(axes->GetScreenSize(), 10 * view.devicePixelRatioF());
+    }
+
     void aSecondCloudIsDroppedUntilTheFirstIsDrawn()
     {
         Olvik3DViewerWidget view;

@@ -34,17 +34,24 @@ public:
         widget.onRenderNoCamera();
     }
 
-    QPoint pixelOf(double x, double y, double z) const { return displayed(x, y, z, 0.5); }
+    /// In the widget's own coordinates, as the mouse has them.
+    QPoint pixelOf(double x, double y, double z) const
+    {
+        return inWidget(devicePixelOf(x, y, z, 0.5));
+    }
 
     /// Where to click for a scene position: VTK picks at the corner of a pixel, not in its middle.
-    QPoint clickOn(double x, double y, double z) const { return displayed(x, y, z, 0.0); }
+    QPoint clickOn(double x, double y, double z) const
+    {
+        return inWidget(devicePixelOf(x, y, z, 0.0));
+    }
 
     /// Colour of the point drawn at a scene position, give or take one pixel; black where there is
     /// none.
     QColor colorAt(double x, double y, double z) const
     {
         const QImage picture = widget.grabFramebuffer();
-        const QPoint centre = pixelOf(x, y, z);
+        const QPoint centre = devicePixelOf(x, y, z, 0.5);
         for (const QPoint offset : {QPoint(0, 0), QPoint(1, 0), QPoint(0, 1), QPoint(-1, 0),
                  QPoint(0, -1), QPoint(1, 1), QPoint(-1, -1)}) {
             const QColor color = picture.pixelColor(centre + offset);
@@ -67,13 +74,20 @@ public:
     }
 
 private:
+    QPoint inWidget(const QPoint &devicePixel) const
+    {
+        const double ratio = widget.devicePixelRatioF();
+        return {int(devicePixel.x() / ratio), int(devicePixel.y() / ratio)};
+    }
+
     /// \param middle place inside a pixel that stands for all of it
-    QPoint displayed(double x, double y, double z, double middle) const
+    QPoint devicePixelOf(double x, double y, double z, double middle) const
     {
         renderer->SetWorldPoint(x, y, z, 1.0);
         renderer->WorldToDisplay();
         const double *display = renderer->GetDisplayPoint();
-        return {qRound(display[0] - middle), widget.height() - 1 - qRound(display[1] - middle)};
+        const int height = widget.renderWindow()->GetSize()[1];
+        return {qRound(display[0] - middle), height - 1 - qRound(display[1] - middle)};
     }
 
     Olvik3DViewerWidget &widget;

@@ -1,0 +1,112 @@
+#include "AxesLayout.h"
+
+#include <QByteArray>
+
+#include <vtkCubeAxesActor.h>
+#include <vtkNew.h>
+#include <vtkRenderer.h>
+#include <vtkStringArray.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace {
+
+/// Height of a text in pixels: VTK's own default.
+constexpr double textHeight = 10.0;
+/// Between axis and labels, and between labels and title, in pixels: VTK's own as well.
+constexpr double textOffset = 20.0;
+/// Of a digit, and of the gap between two labels, in heights of the text.
+constexpr double digitWidth = 0.8;
+constexpr double labelGap = 0.8;
+/// An axis that points at the operator has no room for any text.
+constexpr double shortestAxis = 4.0;
+
+std::array<double, 2> toDisplay(vtkRenderer &renderer, double x, double y, double z)
+{
+    renderer.SetWorldPoint(x, y, z, 1.0);
+    renderer.WorldToDisplay();
+    const double *display = renderer.GetDisplayPoint();
+    return {display[0], display[1]};
+}
+
+double lengthOnScreen(vtkRenderer &renderer, const double *box, int axis)
+{
+    std::array<double, 3> end{box[0], box[2], box[4]};
+    const auto from = toDisplay(renderer, end[0], end[1], end[2]);
+    end[static_cast<std::size_t>(axis)] = box[2 * axis + 1];
+    const auto to = toDisplay(renderer, end[0], end[1], end[2]);
+    return std::hypot(to[0] - from[0], to[1] - from[1]);
+}
+
+/// The distance of ticks that the actor chooses, which it does not tell.
+double tickStep(double range)
+{
+    const double decade = std::pow(10.0, std::floor(std::log10(range) + 1e-9));
+    const int decades = static_cast<int>(range / decade) + 1;
+    if (decades <= 2)
+        return decade / 5;
+    return decades < 5 ? decade / 2 : decade;
+}
+
+/// The smallest of 1, 2, 5, 10, 20, ... that is not below \a least.
+int roundStride(double least)
+{
+    for (int decade = 1; decade < 1000000; decade *= 10) {
+        for (const int factor : {1, 2, 5}) {
+            if (factor * decade >= least)
+                return factor * decade;
+        }
+    }
+    return 1000000;
+}
+
+bool isSame(vtkStringArray *old, vtkStringArray &labels)
+{
+    if (!old || old->GetNumberOfValues() != labels.GetNumberOfValues())
+        return false;
+    for (vtkIdType i = 0; i < labels.GetNumberOfValues(); ++i) {
+        if (old->GetValue(i) != labels.GetValue(i))
+            return false;
+    }
+    return true;
+}
+
+/// Labels each tick of an axis that starts at 0, or leaves the tick without a text.
+void labelAxis(vtkCubeAxesActor &axes, int axis, double range, double length)
+{
+    if (!(range > 0.0) || !std::isfinite(range) || !std::isfinite(length))
+        return;
+    const double step = tickStep(range);
+    const double digits = std::max(1.0, std::floor(std::log10(range)) + 1);
+    const double room = axes.GetScreenSize() * (digits * digitWidth + labelGap);
+    const int stride = roundStride(room / (length * step / range));
+
+    vtkNew<vtkStringArray> labels;
+    // One more than there are ticks, or the actor would spread the labels evenly.
+    const int count = static_cast<int>(range / step) + 2;
+    for (int i = 0; i < count; ++i) {
+        const bool isLabelled = i % stride == 0 && i * step <= range;
+        labels->InsertNextValue(
+            isLabelled ? QByteArray::number(i * step, 'g', 6).constData() : " ");
+    }
+    if (!isSame(axes.GetAxisLabels(axis), *labels))
+        axes.SetAxisLabels(axis, labels);
+}
+
+} // namespace
+
+void layOutAxes(vtkCubeAxesActor &axes, vtkRenderer &renderer, double pixelRatio)
+{
+    if (!axes.GetVisibility())
+        return;
+    axes.SetScreenSize(textHeight * pixelRatio);
+    axes.SetLabelOffset(textOffset * pixelRatio);
+    axes.SetTitleOffset(textOffset * pixelRatio);
+    const double *box = axes.GetBounds();
+    labelAxis(axes, 0, axes.GetXAxisRange()[1], lengthOnScreen(renderer, box, 0));
+    labelAxis(axes, 1, axes.GetYAxisRange()[1], lengthOnScreen(renderer, box, 1));
+    const bool isReadable = lengthOnScreen(renderer, box, 2) > shortestAxis * axes.GetScreenSize();
+    axes.SetZAxisLabelVisibility(isReadable);
+}
