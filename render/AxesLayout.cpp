@@ -95,6 +95,25 @@ void labelAxis(vtkCubeAxesActor &axes, int axis, double range, double length)
         axes.SetAxisLabels(axis, labels);
 }
 
+/// The height axis starts anywhere: it has the actor's own labels where these stand apart, and one at
+/// each end otherwise.
+void labelHeights(vtkCubeAxesActor &axes, const double *range, double length)
+{
+    const double span = range[1] - range[0];
+    if (!(span > 0.0) || !std::isfinite(span) || !std::isfinite(length))
+        return;
+    const double room = axes.GetScreenSize() * (4 * digitWidth + labelGap);
+    vtkNew<vtkStringArray> ends;
+    if (length * tickStep(span) / span < room) {
+        for (const double height : {range[0], range[1]})
+            ends->InsertNextValue(QByteArray::number(height, 'g', 4).constData());
+    }
+    if (ends->GetNumberOfValues() == 0)
+        axes.SetAxisLabels(2, nullptr);
+    else if (!isSame(axes.GetAxisLabels(2), *ends))
+        axes.SetAxisLabels(2, ends);
+}
+
 } // namespace
 
 void layOutAxes(vtkCubeAxesActor &axes, vtkRenderer &renderer, double pixelRatio)
@@ -107,6 +126,7 @@ void layOutAxes(vtkCubeAxesActor &axes, vtkRenderer &renderer, double pixelRatio
     const double *box = axes.GetBounds();
     labelAxis(axes, 0, axes.GetXAxisRange()[1], lengthOnScreen(renderer, box, 0));
     labelAxis(axes, 1, axes.GetYAxisRange()[1], lengthOnScreen(renderer, box, 1));
-    const bool isReadable = lengthOnScreen(renderer, box, 2) > shortestAxis * axes.GetScreenSize();
-    axes.SetZAxisLabelVisibility(isReadable);
+    const double height = lengthOnScreen(renderer, box, 2);
+    labelHeights(axes, axes.GetZAxisRange(), height);
+    axes.SetZAxisLabelVisibility(height > shortestAxis * axes.GetScreenSize());
 }
