@@ -19,6 +19,7 @@ CloudScaleDailog::CloudScaleDailog(float x, float y, float z, QWidget *parent)
     : QDialog(parent)
 {
     setModal(true);
+    setWindowTitle(QStringLiteral("Set axes scale"));
     buttonBox = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     connect(buttonBox, &QDialogButtonBox::rejected, this, &QDialog::reject);
 

@@ -30,6 +30,7 @@
 #include <QMutexLocker>
 #include <QPushButton>
 #include <QScreen>
+#include <QShortcut>
 #include <QStandardPaths>
 #include <QStatusBar>
 #include <QThread>
@@ -163,7 +164,9 @@ void Olvik3DViewerPrivate::buildMenus()
 {
     auto *file = new QMenu(tr("File"), container);
     window->menuBar()->addMenu(file);
-    connect(file->addAction(tr("Save")), &QAction::triggered, this, &Olvik3DViewerPrivate::save);
+    QAction *saveItem = file->addAction(tr("Save"));
+    saveItem->setShortcut(QKeySequence::Save);
+    connect(saveItem, &QAction::triggered, this, &Olvik3DViewerPrivate::save);
 
     auto *view = new QMenu(QStringLiteral("View"), container);
     window->menuBar()->addMenu(view);
@@ -173,6 +176,11 @@ void Olvik3DViewerPrivate::buildMenus()
     addCameraItems(*view);
     view->addSeparator();
     addAxesModeMenu(*view);
+
+    // The menus' texts are fixed, without mnemonics: the usual key opens the first of them.
+    auto *key = new QShortcut(Qt::Key_F10, window);
+    connect(key, &QShortcut::activated, file,
+        [bar = window->menuBar(), file] { bar->setActiveAction(file->menuAction()); });
 }
 
 void Olvik3DViewerPrivate::addColorModeItems(QMenu &menu)
@@ -269,6 +277,9 @@ void Olvik3DViewerPrivate::buildGradientBar()
     gradientBar->setFixedHeight(40);
     gradientBar->setVisible(colorMode == UserGradient);
     auto *row = new QHBoxLayout(gradientBar);
+    // The height is fixed: margins that grow with the font would cut off what the bar holds.
+    const QMargins margins = row->contentsMargins();
+    row->setContentsMargins(margins.left(), 0, margins.right(), 0);
     row->addWidget(new QLabel(QStringLiteral("Gradient")));
     row->addWidget(selector);
     row->addWidget(gradientTable->getOpenWidget());

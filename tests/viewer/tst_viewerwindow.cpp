@@ -108,6 +108,17 @@ private Q_SLOTS:
         QCOMPARE(textsOf(*axesMode), QStringList({"Fixed", "Dynamic", "Bounding Box"}));
     }
 
+    void menusOpenByKey()
+    {
+        viewer->show();
+        QVERIFY(QTest::qWaitForWindowActive(viewerWindow()));
+        QTest::keyClick(view, Qt::Key_F10);
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QVERIFY(menu);
+        QCOMPARE(menu->title(), QString("File"));
+        menu->close();
+    }
+
     void axesScaleIsAskedFor_data()
     {
         QTest::addColumn<QString>("typed");
