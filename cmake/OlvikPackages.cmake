@@ -68,6 +68,16 @@ olvik_package(development
     SUMMARY "3D viewer for height profiles (development files)"
     DESCRIPTION "Headers, CMake and pkg-config files and the documentation of the Olvik 3D
 viewer, which shows the heights of a line-scanning sensor as a point cloud.")
+if(TARGET olvik3dviewer_designer)
+    olvik_package(designer
+        NAME libolvik3dviewerwidget-designer
+        SECTION libdevel
+        MULTIARCH same
+        DEPENDS "${olvik_runtime_package} (= ${olvik_debian_version})"
+        SUMMARY "3D viewer for height profiles (plugin for Qt Designer)"
+        DESCRIPTION "Offers the Olvik 3D viewer in the widget box of Qt Designer, for forms of
+measuring applications.")
+endif()
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME olvik3dviewer)

@@ -39,4 +39,6 @@ qt5_add_resources(olvik_resource "${olvik_translations}/translations.qrc")
 set_source_files_properties(${olvik_resource} PROPERTIES SKIP_AUTOGEN ON)
 target_sources(Olvik3DViewerWidget PRIVATE ${olvik_resource})
 
-install(FILES ${olvik_qm} DESTINATION ${CMAKE_INSTALL_DATADIR}/olvik3dviewer/translations)
+install(FILES ${olvik_qm}
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/olvik3dviewer/translations
+    COMPONENT runtime)

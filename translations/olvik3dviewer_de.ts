@@ -224,6 +224,14 @@ Bitte aktualisieren Sie die Treiber der Grafikkarte.</translation>
 <context>
     <name>Olvik3DViewerWidget</name>
     <message>
+        <source>No suitable OpenGL version was found!
+Version 3.2 or grater is required
+Please Upgrade the GPU drivers</source>
+        <translation>Es wurde keine geeignete OpenGL-Version gefunden!
+Version 3.2 oder neuer ist erforderlich.
+Bitte aktualisieren Sie die Treiber der Grafikkarte.</translation>
+    </message>
+    <message>
         <source>Load Cloud of Points</source>
         <translation>Punktwolke laden</translation>
     </message>

@@ -113,7 +113,8 @@ private Q_SLOTS:
             const vtkIdType points = expected->GetNumberOfPoints();
             QCOMPARE(scan.cloud->GetNumberOfPoints(), points);
             const auto bytes = static_cast<std::size_t>(points) * 3 * sizeof(float);
-            QVERIFY(!std::memcmp(coordinates(*scan.cloud), coordinates(*expected), bytes));
+            QVERIFY(bytes == 0
+                || !std::memcmp(coordinates(*scan.cloud), coordinates(*expected), bytes));
 
             const auto samples = static_cast<std::int64_t>(heights.size());
             const float top = individualBound(heights.data(), samples, 0, 1)[1];
