@@ -70,10 +70,13 @@ struct HeightGrid
 /// \return number of points
 vtkIdType writeGrid(const HeightGrid &grid, float *xyz, HeightRange &range, GridExtent &extent)
 {
+    if (grid.count == 0)
+        return 0;
+
     constexpr std::int64_t samplesPerBlock = 65536;
+    const std::int64_t rows = grid.rows();
     std::mutex mutex;
-    const std::int64_t rows = grid.count == 0 ? 0 : grid.rows();
-    // On all cores: one does not keep the memory busy. 3.0 ms instead of 2.2 for 4 million points.
+    // On all cores: one does not keep the memory busy. 2.2 ms instead of 3.0 for 4 million points.
     const auto writeRows = [&](vtkIdType begin, vtkIdType end) {
         HeightRange part(true);
         for (vtkIdType row = begin; row < end; ++row) {
@@ -87,11 +90,9 @@ vtkIdType writeGrid(const HeightGrid &grid, float *xyz, HeightRange &range, Grid
     vtkSMPTools::For(0, rows, 1 + samplesPerBlock / grid.width, writeRows);
 
     // The rows between have the same ends.
-    for (const std::int64_t row : {std::int64_t{0}, std::int64_t{1}, rows - 1}) {
-        if (row >= 0 && row < rows) {
-            const float *begin = xyz + 3 * row * grid.width;
-            extent.addRow(begin, begin + 3 * grid.samplesIn(row));
-        }
+    for (std::int64_t row = 0; row < rows; row = row == 0 ? 1 : std::max(row + 1, rows - 1)) {
+        const float *begin = xyz + 3 * row * grid.width;
+        extent.addRow(begin, begin + std::int64_t{3} * grid.samplesIn(row));
     }
     return grid.count;
 }

@@ -280,7 +280,7 @@ void Olvik3DViewerWidget::loadPolyData(vtkSmartPointer<vtkPolyData> polyData,
         return;
     Scan scan;
     scan.isHandedOver = holdsPointsAlone(*polyData);
-    scan.cloud = std::move(polyData);
+    scan.cloud = polyData;
     scan.bounds = boundsAll;
     scan.heightRange = boundsNoZero;
     loadScan(scan);

@@ -93,6 +93,7 @@ private Q_SLOTS:
         grid("first row of one point", 3, {0, 0, 8, 0, 5, 7, 0, 0, 0});
         grid("rows that begin further and further right", 3, {1, 0, 0, 0, 2, 0, 0, 0, 3});
         grid("rows that begin further and further left", 3, {0, 0, 1, 0, 2, 0, 3, 0, 0});
+        QTest::newRow("no width") << 0 << 4 << Heights();
         QTest::newRow("two negative sizes") << -2 << -3 << Heights{1, 2, 3, 4, 5, 9};
         QTest::newRow("product wraps to four") << 65537 << 65540 << Heights(4, 2.0f);
     }
