@@ -5,7 +5,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
-#include <QtConcurrent>
 
 #include <vtkFloatArray.h>
 #include <vtkPoints.h>
@@ -15,6 +14,7 @@
 #include <array>
 #include <csignal>
 #include <ctime>
+#include <future>
 #include <vector>
 
 #include <fcntl.h>
@@ -22,9 +22,10 @@
 
 namespace {
 
-constexpr vtkIdType pointsPerBlock = 4096;
-/// Keeps the pool busy while one block is written; 400 kB each.
-constexpr vtkIdType blocksAtOnce = 8;
+/// Worth the start of a thread; 1.6 MB of text at most.
+constexpr vtkIdType pointsPerBlock = 16384;
+/// Keeps the cores busy while one block is written.
+constexpr vtkIdType blocksAtOnce = 4;
 constexpr std::size_t longestLine = 3 * (floatTextRoom + 1) + 1;
 
 /// Keeps the end of a pipe's reader from ending the host: the write fails instead. Not around the
@@ -99,20 +100,16 @@ char *appendPoint(char *line, const float *point)
     return line;
 }
 
-/// The text of some points, made by a thread of the global pool while others are written.
+/// The text of some points, made by a thread of its own while others are written.
 class Block
 {
 public:
-    Block() = default;
-    ~Block() { future.waitForFinished(); }
-    Q_DISABLE_COPY_MOVE(Block)
-
     void format(vtkPoints &points, vtkIdType first, vtkIdType count)
     {
         const float *const begin = coordinates(points, first, count);
         const float *const end = begin + 3 * count;
         text.resize(static_cast<std::size_t>(count) * longestLine);
-        future = QtConcurrent::run([this, begin, end] {
+        future = std::async([this, begin, end] {
             char *line = text.data();
             for (const float *point = begin; point != end; point += 3)
                 line = appendPoint(line, point);
@@ -120,7 +117,7 @@ public:
         });
     }
 
-    bool write(QIODevice &device) { return writeAll(device, text.data(), future.result()); }
+    bool write(QIODevice &device) { return writeAll(device, text.data(), future.get()); }
 
 private:
     const float *coordinates(vtkPoints &points, vtkIdType first, vtkIdType count)
@@ -141,7 +138,7 @@ private:
 
     std::vector<float> copy;
     std::vector<char> text;
-    QFuture<qint64> future;
+    std::future<qint64> future; ///< the last member: waits for the thread that fills the text
 };
 
 bool writePoints(QIODevice &device, vtkPoints &points)

@@ -3,9 +3,8 @@
 #include "GridRows.h"
 #include "HeightRange.h"
 #include "IndividualBound.h"
+#include "ParallelFor.h"
 #include "PointCloud.h"
-
-#include <vtkSMPTools.h>
 
 #include <algorithm>
 #include <mutex>
@@ -73,13 +72,13 @@ vtkIdType writeGrid(const HeightGrid &grid, float *xyz, HeightRange &range, Grid
     if (grid.count == 0)
         return 0;
 
-    constexpr std::int64_t samplesPerBlock = 65536;
+    constexpr std::int64_t samplesPerPart = 262144;
     const std::int64_t rows = grid.rows();
     std::mutex mutex;
     // On all cores: one does not keep the memory busy. 2.2 ms instead of 3.0 for 4 million points.
-    const auto writeRows = [&](vtkIdType begin, vtkIdType end) {
+    const auto writeRows = [&](std::int64_t begin, std::int64_t end) {
         HeightRange part(true);
-        for (vtkIdType row = begin; row < end; ++row) {
+        for (std::int64_t row = begin; row < end; ++row) {
             part.add(grid.row(row), static_cast<std::size_t>(grid.samplesIn(row)));
             writeRow(static_cast<int>(row), grid.row(row), grid.samplesIn(row),
                 xyz + 3 * row * grid.width);
@@ -87,7 +86,7 @@ vtkIdType writeGrid(const HeightGrid &grid, float *xyz, HeightRange &range, Grid
         const std::lock_guard<std::mutex> lock(mutex);
         range.add(part);
     };
-    vtkSMPTools::For(0, rows, 1 + samplesPerBlock / grid.width, writeRows);
+    parallelFor(rows, 1 + samplesPerPart / grid.width, writeRows);
 
     // The rows between have the same ends.
     for (std::int64_t row = 0; row < rows; row = row == 0 ? 1 : std::max(row + 1, rows - 1)) {

@@ -1,13 +1,13 @@
 #include "CloudPoints.h"
 
 #include "ColorLookup.h"
+#include "ParallelFor.h"
 
 #include <vtkFloatArray.h>
 #include <vtkNew.h>
 #include <vtkPointData.h>
 #include <vtkPoints.h>
 #include <vtkPolyData.h>
-#include <vtkSMPTools.h>
 
 #include <cmath>
 
@@ -18,12 +18,7 @@ float *coordinates(vtkPoints &points)
     return static_cast<float *>(points.GetVoidPointer(0));
 }
 
-/// Calls work(begin, end) for parts of the points, on all cores.
-template <typename Work> void forEachBlock(vtkIdType pointCount, Work work)
-{
-    constexpr vtkIdType pointsPerBlock = 65536;
-    vtkSMPTools::For(0, pointCount, pointsPerBlock, work);
-}
+constexpr vtkIdType pointsPerPart = 262144;
 
 } // namespace
 
@@ -71,7 +66,7 @@ vtkSmartPointer<vtkPolyData> copiedCloud(vtkPolyData &cloud)
 void copyScaled(vtkPoints &points, const std::array<float, 3> &factors, float *scaled)
 {
     const float *xyz = coordinates(points);
-    forEachBlock(points.GetNumberOfPoints(), [=](vtkIdType begin, vtkIdType end) {
+    parallelFor(points.GetNumberOfPoints(), pointsPerPart, [=](vtkIdType begin, vtkIdType end) {
         for (vtkIdType i = 3 * begin; i < 3 * end; i += 3) {
             scaled[i] = xyz[i] * factors[0];
             scaled[i + 1] = xyz[i + 1] * factors[1];
@@ -91,10 +86,11 @@ void scalePoints(vtkPolyData &cloud, const std::array<float, 3> &factors)
 void colorByHeight(vtkPoints &points, const ColorLookup &lookup, unsigned char *rgb)
 {
     const float *xyz = coordinates(points);
-    forEachBlock(points.GetNumberOfPoints(), [=, &lookup](vtkIdType begin, vtkIdType end) {
-        const auto count = static_cast<std::size_t>(end - begin);
-        lookup.colorHeights(xyz + 3 * begin + 2, 3, count, rgb + 3 * begin);
-    });
+    parallelFor(
+        points.GetNumberOfPoints(), pointsPerPart, [=, &lookup](vtkIdType begin, vtkIdType end) {
+            const auto count = static_cast<std::size_t>(end - begin);
+            lookup.colorHeights(xyz + 3 * begin + 2, 3, count, rgb + 3 * begin);
+        });
 }
 
 std::array<double, 6> finiteBounds(vtkPolyData &cloud)
