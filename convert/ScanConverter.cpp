@@ -67,7 +67,8 @@ struct HeightGrid
 };
 
 /// \return number of points
-vtkIdType writeGrid(const HeightGrid &grid, float *xyz, HeightRange &range, GridExtent &extent)
+vtkIdType writeGrid(const HeightGrid &grid, float *xyz, HeightRange &range, GridExtent &extent,
+    GridSampler &sampler)
 {
     if (grid.count == 0)
         return 0;
@@ -82,6 +83,7 @@ vtkIdType writeGrid(const HeightGrid &grid, float *xyz, HeightRange &range, Grid
             part.add(grid.row(row), static_cast<std::size_t>(grid.samplesIn(row)));
             writeRow(static_cast<int>(row), grid.row(row), grid.samplesIn(row),
                 xyz + 3 * row * grid.width);
+            sampler.addRow(row, grid.row(row), grid.samplesIn(row));
         }
         const std::lock_guard<std::mutex> lock(mutex);
         range.add(part);
@@ -97,12 +99,14 @@ vtkIdType writeGrid(const HeightGrid &grid, float *xyz, HeightRange &range, Grid
 }
 
 /// \return number of points
-vtkIdType writeNoZero(const HeightGrid &grid, float *xyz, HeightRange &range, GridExtent &extent)
+vtkIdType writeNoZero(const HeightGrid &grid, float *xyz, HeightRange &range, GridExtent &extent,
+    GridSampler &sampler)
 {
     float *end = xyz;
     for (std::int64_t row = 0; row * grid.width < grid.count; ++row) {
         const int samples = grid.samplesIn(row);
         range.add(grid.row(row), static_cast<std::size_t>(samples));
+        sampler.addRow(row, grid.row(row), samples);
         float *const begin = end;
         end = writeRowNoZero(static_cast<int>(row), grid.row(row), samples, begin);
         extent.addRow(begin, end);
@@ -134,8 +138,10 @@ Scan ScanConverter::convert(const float *heights, int width, int height, bool sh
     HeightRange range(showZero);
     GridExtent extent;
     float *const begin = xyz->GetPointer(0);
-    const vtkIdType kept = showZero ? writeGrid({heights, width, count}, begin, range, extent)
-                                    : writeNoZero({heights, width, count}, begin, range, extent);
+    GridSampler sampler(width, count, showZero, samplePoints);
+    const HeightGrid grid{heights, width, count};
+    const vtkIdType kept = showZero ? writeGrid(grid, begin, range, extent, sampler)
+                                    : writeNoZero(grid, begin, range, extent, sampler);
     xyz->SetNumberOfTuples(kept);
     if (count == 0 && heights)
         addIgnored(range, heights, width, height);
@@ -151,7 +157,7 @@ Scan ScanConverter::convert(const float *heights, int width, int height, bool sh
         widened(width <= largestExactColumn ? extent.columnBound()
                                             : individualBound(begin, 3 * kept, 3, 3));
     scan.box = extent.withHeights(range.finite());
-    scan.subsample = gridSubsample(heights, width, count, showZero, samplePoints);
+    scan.subsample = sampler.result();
     scan.isHandedOver = true;
     return scan;
 }

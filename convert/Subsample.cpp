@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <vector>
 
 namespace {
@@ -78,49 +77,71 @@ int sharePerPoint(std::int64_t pointCount)
     return static_cast<int>((pointCount + subsampleBudget - 1) / subsampleBudget);
 }
 
-struct GridStep
+/// Width and height, in samples, of the square that one point of a subsample stands for.
+int squareOf(std::int64_t pointCount)
 {
-    int columns;
-    int rows;
-};
-
-/// As wide as it is high, unless the grid is too narrow for that.
-GridStep gridStep(std::int64_t pointCount, int width, std::int64_t height)
-{
-    const int share = sharePerPoint(pointCount);
-    const int square = static_cast<int>(std::ceil(std::sqrt(static_cast<double>(share))));
-    if (height < square)
-        return {share, 1};
-    if (width < square)
-        return {1, share};
-    return {square, square};
+    return static_cast<int>(std::ceil(std::sqrt(static_cast<double>(sharePerPoint(pointCount)))));
 }
 
 } // namespace
 
-Subsample gridSubsample(const float *heights, int width, std::int64_t count, bool showZero,
-    ArrayPool<vtkFloatArray> &memory)
+GridSampler::GridSampler(
+    int gridWidth, std::int64_t samples, bool showZero, ArrayPool<vtkFloatArray> &memory)
+    : width(gridWidth)
+    , count(samples)
+    , showsZeros(showZero)
 {
     if (count <= subsampleBudget)
-        return {};
-
+        return;
     const std::int64_t rows = (count + width - 1) / width;
-    const GridStep step = gridStep(count, width, rows);
-    const std::int64_t keptColumns = (width + step.columns - 1) / step.columns;
-    const std::int64_t keptRows = (rows + step.rows - 1) / step.rows;
-    const vtkSmartPointer<vtkFloatArray> xyz = memory.take(keptColumns * keptRows, 3);
-    float *point = xyz->GetPointer(0);
-    for (std::int64_t row = 0; row < rows; row += step.rows) {
-        const float *const values = heights + row * width;
-        const std::int64_t samples = std::min<std::int64_t>(width, count - row * width);
-        for (std::int64_t column = 0; column < samples; column += step.columns) {
-            point[0] = static_cast<float>(column);
-            point[1] = static_cast<float>(row);
-            point[2] = values[column];
-            point += showZero || values[column] != 0.0f ? 3 : 0;
-        }
+    step = stepOf(count, width, rows);
+    xyz = memory.take(fullRowSize() * ((rows + step.rows - 1) / step.rows), 3);
+    end = xyz->GetPointer(0);
+}
+
+GridSampler::~GridSampler() = default;
+
+/// As wide as it is high, unless the grid is too narrow for that.
+GridSampler::Step GridSampler::stepOf(std::int64_t count, int width, std::int64_t rows)
+{
+    const int square = squareOf(count);
+    if (rows < square)
+        return {sharePerPoint(count), 1};
+    if (width < square)
+        return {1, sharePerPoint(count)};
+    return {square, square};
+}
+
+void GridSampler::addRow(std::int64_t row, const float *heights, int samples)
+{
+    if (!xyz || row % step.rows != 0)
+        return;
+    float *point = showsZeros ? xyz->GetPointer(3 * fullRowSize() * (row / step.rows)) : end;
+    for (int column = 0; column < samples; column += step.columns) {
+        point[0] = static_cast<float>(column);
+        point[1] = static_cast<float>(row);
+        point[2] = heights[column];
+        point += showsZeros || heights[column] != 0.0f ? 3 : 0;
     }
-    xyz->SetNumberOfTuples((point - xyz->GetPointer(0)) / 3);
+    if (!showsZeros)
+        end = point;
+}
+
+std::int64_t GridSampler::pointCount() const
+{
+    if (!showsZeros)
+        return (end - xyz->GetPointer(0)) / 3;
+    const std::int64_t lastRow = (count - 1) / width;
+    const std::int64_t lastKept = lastRow - lastRow % step.rows;
+    const std::int64_t samples = std::min<std::int64_t>(width, count - lastKept * width);
+    return fullRowSize() * (lastKept / step.rows) + (samples + step.columns - 1) / step.columns;
+}
+
+Subsample GridSampler::result() const
+{
+    if (!xyz)
+        return {};
+    xyz->SetNumberOfTuples(pointCount());
     return {cloudOver(xyz), std::max(step.columns, step.rows)};
 }
 
@@ -131,7 +152,7 @@ Subsample cloudSubsample(vtkPoints &points)
         return {};
 
     const auto *xyz = static_cast<const float *>(points.GetVoidPointer(0));
-    const int step = gridStep(count, std::numeric_limits<int>::max(), count).columns;
+    const int step = squareOf(count);
     std::vector<vtkIdType> ids = inColumnsAndProfiles(xyz, count, step);
     const auto kept = static_cast<vtkIdType>(ids.size());
     const vtkIdType expected = count / step / step;

@@ -21,11 +21,39 @@ struct Subsample
     int step = 1; ///< distance of neighbours, in columns or rows
 };
 
-/// The points of each step-th sample in each step-th row.
-/// \param count samples of the buffer, width of them in each row but the last
-/// \param memory where the points come to lie
-Subsample gridSubsample(const float *heights, int width, std::int64_t count, bool showZero,
-    ArrayPool<vtkFloatArray> &memory);
+/// Picks the points of each step-th sample in each step-th row of a grid, while its rows are in the
+/// processor's cache: afterwards each of them is a line of memory to be read again.
+class GridSampler
+{
+public:
+    /// \param count samples of the buffer, width of them in each row but the last
+    /// \param memory where the points come to lie
+    GridSampler(int width, std::int64_t count, bool showZero, ArrayPool<vtkFloatArray> &memory);
+    ~GridSampler();
+
+    /// Each row once: with zeros in any order and from any thread, otherwise one after the other.
+    void addRow(std::int64_t row, const float *heights, int samples);
+
+    Subsample result() const;
+
+private:
+    struct Step
+    {
+        int columns;
+        int rows;
+    };
+
+    static Step stepOf(std::int64_t count, int width, std::int64_t rows);
+    std::int64_t fullRowSize() const { return (width + step.columns - 1) / step.columns; }
+    std::int64_t pointCount() const;
+
+    int width;
+    std::int64_t count;
+    bool showsZeros;
+    Step step{1, 1};
+    vtkSmartPointer<vtkFloatArray> xyz; ///< null for a grid within the budget
+    float *end = nullptr; ///< of the points so far, without zeros
+};
 
 /// The points of each step-th profile that lie in each step-th column, found from the coordinates; of
 /// points that are not laid out in profiles each (step * step)-th. Takes 5 ms for a million points.

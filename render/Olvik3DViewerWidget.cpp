@@ -499,6 +499,7 @@ void Olvik3DViewerWidget::load()
         nullptr, tr("Load Cloud of Points"), documents, tr("Cloud of Points (*.ply)"));
 
     QMessageBox question;
+    question.setWindowTitle(tr("Load Cloud of Points"));
     question.setText(QStringLiteral("Would you like to swap Z and Y axis?"));
     question.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     question.setDefaultButton(QMessageBox::No);

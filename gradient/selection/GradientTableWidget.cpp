@@ -14,6 +14,7 @@
 #include <QComboBox>
 #include <QDebug>
 #include <QDir>
+#include <QFontMetrics>
 #include <QHeaderView>
 #include <QJsonArray>
 #include <QJsonObject>
@@ -33,7 +34,7 @@ namespace {
 
 constexpr QSize openIconSize{22, 22};
 constexpr QSize firstSize{480, 420};
-constexpr int popupWidth = 280;
+constexpr int popupCharacters = 40;
 
 QIcon icon(const char *name)
 {
@@ -187,7 +188,7 @@ void GradientTableWidget::setUpSelector(QComboBox &selector) const
     selector.setModel(comboModel.get());
     selector.setItemDelegate(new GradientComboBoxDelegate(collection, &selector));
     // The names need half of each row; the box itself may be narrow.
-    selector.view()->setMinimumWidth(popupWidth);
+    selector.view()->setMinimumWidth(popupCharacters * selector.fontMetrics().averageCharWidth());
     connect(&selector, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
         &GradientTableWidget::onComboIndexChanged);
     connect(this, &GradientTableWidget::comboIndexChanged, &selector, &QComboBox::setCurrentIndex);
