@@ -130,3 +130,9 @@ void layOutAxes(vtkCubeAxesActor &axes, vtkRenderer &renderer, double pixelRatio
     labelHeights(axes, axes.GetZAxisRange(), height);
     axes.SetZAxisLabelVisibility(height > shortestAxis * axes.GetScreenSize());
 }
+
+void releaseAxisLabels(vtkCubeAxesActor &axes)
+{
+    for (int axis = 0; axis < 3; ++axis)
+        axes.SetAxisLabels(axis, nullptr);
+}

@@ -8,3 +8,6 @@ class vtkRenderer;
 ///
 /// \param pixelRatio device pixels for each pixel of the screen's text
 void layOutAxes(vtkCubeAxesActor &axes, vtkRenderer &renderer, double pixelRatio);
+
+/// Takes the labels from axes that are about to go: VTK 9.1's actor would leak them.
+void releaseAxisLabels(vtkCubeAxesActor &axes);

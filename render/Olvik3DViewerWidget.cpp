@@ -98,6 +98,7 @@ Olvik3DViewerWidget::Olvik3DViewerWidget(QWidget *parent)
 
 Olvik3DViewerWidget::~Olvik3DViewerWidget()
 {
+    releaseAxisLabels(*cubeAxes);
     removeHeightShader();
     camera->RemoveObservers(vtkCommand::ModifiedEvent);
     renderer->RemoveObservers(vtkCommand::StartEvent);
