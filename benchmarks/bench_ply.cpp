@@ -1,7 +1,7 @@
+#include "plain/PlainWriter.h"
 #include "PlyWriter.h"
 
 #include <vtkNew.h>
-#include <vtkPLYWriter.h>
 #include <vtkPoints.h>
 #include <vtkPolyData.h>
 
@@ -30,15 +30,6 @@ vtkSmartPointer<vtkPolyData> surface(int side)
     return cloud;
 }
 
-bool writeStock(vtkPolyData &cloud, const QString &path)
-{
-    vtkNew<vtkPLYWriter> writer;
-    writer->SetFileTypeToASCII();
-    writer->SetFileName(QFile::encodeName(path).constData());
-    writer->SetInputData(&cloud);
-    return writer->Write() != 0;
-}
-
 template <bool write(vtkPolyData &, const QString &)> void writing(benchmark::State &state)
 {
     const auto cloud = surface(static_cast<int>(state.range(0)));
@@ -57,7 +48,7 @@ void sizes(benchmark::internal::Benchmark *writing)
     writing->MeasureProcessCPUTime()->UseRealTime();
 }
 
-BENCHMARK_TEMPLATE(writing, writeStock)->Apply(sizes);
+BENCHMARK_TEMPLATE(writing, writePlain)->Apply(sizes);
 BENCHMARK_TEMPLATE(writing, writePly)->Apply(sizes);
 
 } // namespace

@@ -103,14 +103,14 @@ vtkIdType writeNoZero(const HeightGrid &grid, float *xyz, HeightRange &range, Gr
     GridSampler &sampler)
 {
     float *end = xyz;
-    for (std::int64_t row = 0; row * grid.width < grid.count; ++row) {
-        const int samples = grid.samplesIn(row);
-        range.add(grid.row(row), static_cast<std::size_t>(samples));
-        sampler.addRow(row, grid.row(row), samples);
+    forEachRow(grid.width, grid.count, [&](int row, std::int64_t offset, int samples) {
+        const float *const heights = grid.heights + offset;
+        range.add(heights, static_cast<std::size_t>(samples));
+        sampler.addRow(row, heights, samples);
         float *const begin = end;
-        end = writeRowNoZero(static_cast<int>(row), grid.row(row), samples, begin);
+        end = writeRowNoZero(row, heights, samples, begin);
         extent.addRow(begin, end);
-    }
+    });
     return (end - xyz) / 3;
 }
 

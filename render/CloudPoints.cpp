@@ -77,6 +77,8 @@ void copyScaled(vtkPoints &points, const std::array<float, 3> &factors, float *s
 
 void scalePoints(vtkPolyData &cloud, const std::array<float, 3> &factors)
 {
+    if (factors == std::array<float, 3>{1.0f, 1.0f, 1.0f})
+        return;
     vtkPoints *points = ensureFloatPoints(cloud);
     copyScaled(*points, factors, coordinates(*points));
     points->Modified();

@@ -22,7 +22,7 @@ vtkSmartPointer<vtkPolyData> sharedCloud(vtkPolyData &cloud);
 /// Another cloud with copies of the points and point attributes, without cells.
 vtkSmartPointer<vtkPolyData> copiedCloud(vtkPolyData &cloud);
 
-/// Scales in place.
+/// Scales in place; three factors of 1 leave the cloud untouched.
 /// \param factors for scene x, y and z; those of 1 leave their coordinate as it is
 void scalePoints(vtkPolyData &cloud, const std::array<float, 3> &factors);
 
