@@ -14,6 +14,7 @@
 #include "MouseInteractorStylePP.h"
 #include "PlyReader.h"
 #include "ScanPreparer.h"
+#include "SceneWindow.h"
 #include "VtkCompatibility.h"
 #include "vtkShaderCallback.h"
 #include "WaitCursor.h"
@@ -32,7 +33,6 @@
 
 #include <QVTKInteractor.h>
 #include <vtkCubeAxesActor.h>
-#include <vtkGenericOpenGLRenderWindow.h>
 #include <vtkOpenGLCamera.h>
 #include <vtkOpenGLRenderer.h>
 #include <vtkProperty.h>
@@ -654,7 +654,8 @@ void Olvik3DViewerWidget::initializeGL()
 void Olvik3DViewerWidget::paintGL()
 {
     if (hasOpenGL) {
-        QVTKOpenGLNativeWidget::paintGL();
+        if (sceneWindow->canDraw())
+            QVTKOpenGLNativeWidget::paintGL();
         return;
     }
     QPainter painter(this);

@@ -29,8 +29,8 @@ class ColorLookup;
 class DistanceMarker;
 class MouseInteractorStylePP;
 class ScanPreparer;
+class SceneWindow;
 class vtkCubeAxesActor;
-class vtkGenericOpenGLRenderWindow;
 class vtkOpenGLCamera;
 class vtkOpenGLRenderer;
 class vtkShaderCallback;
@@ -218,7 +218,7 @@ private:
     State state;
     std::atomic<bool> busy{false}; ///< a cloud is on its way to the screen
 
-    vtkNew<vtkGenericOpenGLRenderWindow> sceneWindow;
+    vtkNew<SceneWindow> sceneWindow;
     vtkNew<vtkOpenGLRenderer> renderer;
     vtkNew<vtkOpenGLCamera> camera;
     vtkNew<vtkCubeAxesActor> cubeAxes;
