@@ -1,6 +1,5 @@
 #include "CloudActor.h"
 
-#include "CloudMapper.h"
 #include "Scan.h"
 #include "SoftwareOpenGL.h"
 #include "VtkCompatibility.h"
@@ -22,6 +21,8 @@ namespace {
 constexpr double frameMilliseconds = 30.0;
 /// Software OpenGL at its best, by two cores.
 constexpr double softwareMillisecondsPerPoint = 65e-6;
+constexpr double smallestPart = 1 << 16;
+constexpr double largestPart = 1 << 30;
 
 /// Screen pixels for one scene unit where the scene is nearest to the camera.
 double pixelsPerUnit(vtkRenderer &renderer)
@@ -53,11 +54,12 @@ void CloudActor::Render(vtkRenderer *renderer, vtkMapper *mapper)
 
     VtkCompatibility::shareShaders(*this, *Device);
     Device->SetUserMatrix(GetMatrix());
-    wasCoarse = isCoarseWanted && canLeaveOut();
-    if (wasCoarse)
+    if (isPartWanted)
+        drawPart(renderer, *full, nextPart());
+    else if (canLeaveOut())
         drawCoarse(renderer, *full);
     else
-        drawAll(renderer, *full);
+        drawPart(renderer, *full, {});
 }
 
 void CloudActor::show(const Scan &scan, CloudMapper &full)
@@ -65,16 +67,23 @@ void CloudActor::show(const Scan &scan, CloudMapper &full)
     full.setCloudBounds(scan.box);
     full.SetInputData(scan.cloud);
     areFullBuffersCurrent = false;
-    points = static_cast<double>(scan.cloud->GetNumberOfPoints());
+    count = scan.cloud->GetNumberOfPoints();
+    drawn = 0;
     coarse->setCloudBounds(scan.box);
     coarse->SetInputData(scan.subsample.cloud);
     coarseStep = scan.subsample.step;
     spacing = static_cast<double>(scan.spacing);
 }
 
+PointRange CloudActor::nextPart() const
+{
+    const double affordable = frameMilliseconds / millisecondsPerPoint.value_or(0.0);
+    return {drawn, static_cast<vtkIdType>(std::clamp(affordable, smallestPart, largestPart))};
+}
+
 double CloudActor::fullDrawTime() const
 {
-    return points * millisecondsPerPoint.value_or(0.0);
+    return static_cast<double>(count) * millisecondsPerPoint.value_or(0.0);
 }
 
 bool CloudActor::canLeaveOut()
@@ -88,25 +97,30 @@ bool CloudActor::canLeaveOut()
     return fullDrawTime() > frameMilliseconds;
 }
 
-void CloudActor::drawAll(vtkRenderer *renderer, CloudMapper &full)
+void CloudActor::drawPart(vtkRenderer *renderer, CloudMapper &full, const PointRange &part)
 {
     using Clock = std::chrono::steady_clock;
+    full.setRange(part);
     Device->SetProperty(GetProperty());
     const Clock::time_point begin = Clock::now();
     Device->Render(renderer, &full);
     EstimatedRenderTime = full.GetTimeToDraw();
     holdsFullBuffers = areFullBuffersCurrent = true;
+    drawn = std::min(part.end(), count);
     if (!coarse->GetInput())
         return;
     // VTK's own timer hardly ever runs for points. Waiting costs nothing that showing the frame would
     // not wait for.
     renderer->GetRenderWindow()->WaitForCompletion();
     const std::chrono::duration<double, std::milli> elapsed = Clock::now() - begin;
-    millisecondsPerPoint = elapsed.count() / points;
+    milliseconds = elapsed.count() + (part.first == 0 ? 0.0 : milliseconds);
+    if (!isCoarse())
+        millisecondsPerPoint = milliseconds / static_cast<double>(count);
 }
 
 void CloudActor::drawCoarse(vtkRenderer *renderer, CloudMapper &full)
 {
+    drawn = 0;
     // Frames that are never drawn in full need no 12 bytes a point on the graphics card.
     if (holdsFullBuffers && !areFullBuffersCurrent) {
         full.ReleaseGraphicsResources(renderer->GetRenderWindow());

@@ -1,15 +1,16 @@
 #pragma once
 
+#include "CloudMapper.h"
+
 #include <vtkLODActor.h>
 #include <vtkNew.h>
 
 #include <optional>
 
-class CloudMapper;
 struct Scan;
 
-/// Actor of the cloud, with two levels of detail: all points, or while the camera moves a regular
-/// subsample that looks the same and draws within a frame.
+/// Actor of the cloud, with two levels of detail: all points, or where those take longer than a frame a
+/// regular subsample that looks the same. The full cloud then comes in parts, see Refinement.
 ///
 /// Draws through the inner actor of its base and hands that one the shader property, which the base
 /// keeps to itself: replacements would never reach the screen. The base's own levels of detail are
@@ -27,12 +28,16 @@ public:
     /// \param full the actor's mapper
     void show(const Scan &scan, CloudMapper &full);
 
-    /// Asks for the subsample or for all points. Small clouds, and all clouds on a machine that draws
-    /// them within a frame, are drawn in full anyway.
-    void setCoarse(bool wanted) { isCoarseWanted = wanted; }
+    /// The points that the next part adds to the picture of those before it: about a frame's worth.
+    /// Any draw that is no part starts anew.
+    PointRange nextPart() const;
+    bool isLast(const PointRange &part) const { return part.end() >= count; }
 
-    /// Whether the last draw left points out.
-    bool isCoarse() const { return wasCoarse; }
+    /// Whether to draw the next part instead of the subsample.
+    void setPartWanted(bool wanted) { isPartWanted = wanted; }
+
+    /// Whether the picture leaves points out so far.
+    bool isCoarse() const { return drawn < count; }
 
     /// Milliseconds that drawing all points is expected to take.
     double fullDrawTime() const;
@@ -46,17 +51,18 @@ protected:
 
 private:
     bool canLeaveOut();
-    void drawAll(vtkRenderer *renderer, CloudMapper &full);
+    void drawPart(vtkRenderer *renderer, CloudMapper &full, const PointRange &part);
     void drawCoarse(vtkRenderer *renderer, CloudMapper &full);
 
     vtkNew<CloudMapper> coarse;
     vtkNew<vtkProperty> coarseProperty;
     int coarseStep = 1;
     double spacing = 1.0; ///< of neighbours in the full cloud, in scene units
-    double points = 0.0; ///< in the full cloud
+    vtkIdType count = 0; ///< points of the full cloud
+    vtkIdType drawn = 0; ///< how many of them the picture shows
+    double milliseconds = 0.0; ///< that those took
     std::optional<double> millisecondsPerPoint; ///< of the last full draw of a large cloud
     bool holdsFullBuffers = false; ///< all points of some cloud are on the graphics card
     bool areFullBuffersCurrent = false; ///< and they are of this cloud
-    bool isCoarseWanted = false;
-    bool wasCoarse = false;
+    bool isPartWanted = false;
 };

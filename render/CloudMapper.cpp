@@ -16,7 +16,7 @@ namespace {
 // Software OpenGL keeps the vertices of a whole call, 70 bytes each, and queues what its threads have
 // not drawn yet: 16 million points took 60 bytes each at a time, and take 30 in blocks.
 constexpr vtkIdType block = 65536;
-constexpr vtkIdType blocksInFlight = 4;
+constexpr int blocksInFlight = 4;
 
 } // namespace
 
@@ -44,10 +44,12 @@ void CloudMapper::RenderPieceDraw(vtkRenderer *renderer, vtkActor *actor)
     this->UpdateShaders(primitive, renderer, actor);
     QOpenGLFunctions *gl = QOpenGLContext::currentContext()->functions();
     const bool isSoftware = isDrawnInSoftware();
-    for (vtkIdType first = 0; first < count; first += block) {
-        const vtkIdType size = std::min(block, count - first);
+    const vtkIdType end = range.first + std::min(range.size, count - range.first);
+    int inFlight = 0;
+    for (vtkIdType first = range.first; first < end; first += block) {
+        const vtkIdType size = std::min(block, end - first);
         gl->glDrawArrays(GL_POINTS, static_cast<GLint>(first), static_cast<GLsizei>(size));
-        if (isSoftware && (first / block) % blocksInFlight == blocksInFlight - 1)
+        if (isSoftware && ++inFlight % blocksInFlight == 0)
             gl->glFinish();
     }
 }

@@ -3,6 +3,16 @@
 #include <vtkOpenGLPolyDataMapper.h>
 
 #include <array>
+#include <limits>
+
+/// Some neighbouring points of a cloud.
+struct PointRange
+{
+    vtkIdType first = 0;
+    vtkIdType size = std::numeric_limits<vtkIdType>::max(); ///< may reach beyond the last point
+
+    vtkIdType end() const { return first + size; }
+};
 
 /// Mapper that draws every point of its input, in their order, whatever the cells.
 ///
@@ -18,6 +28,9 @@ public:
     /// \param bounds box of the input set next, in scene units
     void setCloudBounds(const std::array<double, 6> &bounds);
 
+    /// What of the input to draw from now on; at first everything.
+    void setRange(const PointRange &points) { range = points; }
+
     void RenderPieceDraw(vtkRenderer *renderer, vtkActor *actor) override;
 
 protected:
@@ -26,4 +39,5 @@ protected:
 
 private:
     std::array<double, 6> cloudBounds{1.0, -1.0, 1.0, -1.0, 1.0, -1.0};
+    PointRange range;
 };

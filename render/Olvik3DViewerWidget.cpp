@@ -13,6 +13,7 @@
 #include "IndividualBound.h"
 #include "MouseInteractorStylePP.h"
 #include "PlyReader.h"
+#include "Refinement.h"
 #include "ScanPreparer.h"
 #include "SceneWindow.h"
 #include "VtkCompatibility.h"
@@ -44,7 +45,6 @@
 namespace {
 
 constexpr double framingZoom = 0.8;
-constexpr int restMs = 150;
 
 /// Clears the flag that lets no second cloud in, also when an exception ends the frame.
 class BusyFlag
@@ -100,7 +100,7 @@ Olvik3DViewerWidget::~Olvik3DViewerWidget()
 {
     releaseAxisLabels(*cubeAxes);
     removeHeightShader();
-    camera->RemoveObservers(vtkCommand::ModifiedEvent);
+    refinement.reset();
     renderer->RemoveObservers(vtkCommand::StartEvent);
     // VTK counts the style, so it must be neither deleted as a child of this object nor told of
     // events while this object goes.
@@ -135,6 +135,7 @@ void Olvik3DViewerWidget::buildScene()
     camera->Zoom(framingZoom);
     framedViewAngle = camera->GetViewAngle();
 
+    refinement = std::make_unique<Refinement>(*sceneWindow, *renderer, *actor);
     renderer->AddActor(actor);
     renderer->AddActor(cubeAxes);
     renderer->ResetCamera();
@@ -170,26 +171,6 @@ void Olvik3DViewerWidget::buildInteraction()
     interactor->SetPicker(pointPicker);
     interactor->SetRenderWindow(sceneWindow);
     interactor->SetInteractorStyle(interactorStyle);
-
-    rest.setSingleShot(true);
-    connect(&rest, &QTimer::timeout, this, &Olvik3DViewerWidget::onRest);
-    camera->AddObserver(vtkCommand::ModifiedEvent, this, &Olvik3DViewerWidget::onCameraMoved);
-}
-
-void Olvik3DViewerWidget::onCameraMoved()
-{
-    // Only the operator's own moves: a reset of the camera is a single frame.
-    if (interactorStyle->GetState() == VTKIS_NONE)
-        return;
-    actor->setCoarse(true);
-    rest.start(restMs);
-}
-
-void Olvik3DViewerWidget::onRest()
-{
-    actor->setCoarse(false);
-    if (actor->isCoarse())
-        sceneWindow->Render();
 }
 
 void Olvik3DViewerWidget::setmapper()
@@ -385,7 +366,7 @@ void Olvik3DViewerWidget::onRender(RenderData request)
     // The view stays, but nothing of a higher or deeper cloud is cut off.
     renderer->ResetCameraClippingRange();
     sceneWindow->Render();
-    startRestTimer();
+    refinement->onNewCloud();
 }
 
 /// A cloud that set out before the mode or the gradient changed: drawn as it is, it would flash white
@@ -409,20 +390,6 @@ void Olvik3DViewerWidget::showCloud(const RenderData &request)
         unknown.box = finiteBounds(*request.polyData);
         actor->show(unknown, *mapper);
     }
-    actor->setCoarse(true);
-}
-
-/// Frames that stream stay coarse also when they come slower than the full cloud would: drawing it
-/// between two of them would delay the second.
-void Olvik3DViewerWidget::startRestTimer()
-{
-    constexpr qint64 longestStreamInterval = 1000;
-    const qint64 interval = sinceLastFrame.isValid() ? sinceLastFrame.restart() : -1;
-    if (interval < 0)
-        sinceLastFrame.start();
-    const bool isStreaming = interval >= 0 && interval < longestStreamInterval
-        && static_cast<double>(interval - restMs) < actor->fullDrawTime();
-    rest.start(isStreaming ? std::max(restMs, static_cast<int>(interval * 3 / 2)) : restMs);
 }
 
 void Olvik3DViewerWidget::showAxesOf(const RenderData &request)

@@ -5,10 +5,8 @@
 #include "Gradient.h"
 #include "Olvik3DViewerExport.h"
 
-#include <QElapsedTimer>
 #include <QMetaType>
 #include <QMutex>
-#include <QTimer>
 #include <QVector>
 
 #include <QVTKOpenGLNativeWidget.h>
@@ -28,6 +26,7 @@ class CloudPicker;
 class ColorLookup;
 class DistanceMarker;
 class MouseInteractorStylePP;
+class Refinement;
 class ScanPreparer;
 class SceneWindow;
 class vtkCubeAxesActor;
@@ -195,8 +194,6 @@ private:
 
     void buildScene();
     void buildInteraction();
-    void onCameraMoved();
-    void onRest();
     void titleAxes();
     void onStartOfDrawing();
     void frameCloud();
@@ -208,7 +205,6 @@ private:
     void showStoredCloud();
     void colorByCurrentGradient(RenderData &request) const;
     void showCloud(const RenderData &request);
-    void startRestTimer();
     void showAxesOf(const RenderData &request);
     void removeHeightShader();
     State sharedState() const;
@@ -230,6 +226,7 @@ private:
     vtkSmartPointer<vtkShaderCallback> shaderCallback; ///< null while the height shader is off
     std::unique_ptr<ScanPreparer> preparer;
     std::unique_ptr<DistanceMarker> distanceMarker;
+    std::unique_ptr<Refinement> refinement;
     QVector<std::array<double, 3>> pickedPoints;
     RenderData shown; ///< last request that was drawn
     double framedViewAngle = 0.0;
@@ -237,8 +234,6 @@ private:
     bool axesVisible = true;
     bool invertedAxis = false;
     bool resetCameraPending = true;
-    QTimer rest; ///< runs while the camera moves or frames stream; then the full cloud comes back
-    QElapsedTimer sinceLastFrame;
     AxesFly axesFly = AxesFly::Dynamic;
 };
 

@@ -310,13 +310,16 @@ private Q_SLOTS:
     void theFullCloudLooksAsTheStockPipelineDrawsIt_data()
     {
         QTest::addColumn<ColorMode>("mode");
-        QTest::newRow("by height") << Auto;
-        QTest::newRow("by gradient") << UserGradient;
+        QTest::addColumn<int>("size");
+        QTest::newRow("by height") << Auto << 301;
+        QTest::newRow("by height, in parts") << Auto << 1001;
+        QTest::newRow("by gradient, in parts") << UserGradient << 1001;
     }
 
     void theFullCloudLooksAsTheStockPipelineDrawsIt()
     {
         QFETCH(ColorMode, mode);
+        QFETCH(int, size);
         Olvik3DViewerWidget view;
         view.resize(400, 300);
         view.show();
@@ -324,10 +327,9 @@ private Q_SLOTS:
         const QSignalSpy requests(&view, &Olvik3DViewerWidget::mRender);
         view.setGradient(blackToWhite(250));
         view.setColorMode(mode);
-        view.loadPolyData(ramp(301, 401), boundsOf(301, 401, 300), {0, 300});
+        view.loadPolyData(ramp(size, size), boundsOf(size, size, 300), {0, 300});
         QTRY_VERIFY(view.getAxisVisibility());
         view.showAxes(false);
-        const QImage ours = view.grabFramebuffer();
 
         vtkActor *cloud = cloudActor(view);
         auto *points = vtkPolyData::SafeDownCast(cloud->GetMapper()->GetInput());
@@ -351,10 +353,40 @@ private Q_SLOTS:
         view.renderWindow()->GetRenderers()->GetFirstRenderer()->AddActor(stock);
         cloud->VisibilityOff();
         view.onRenderNoCamera();
-        QVERIFY(view.grabFramebuffer() == ours);
+        const QImage expected = view.grabFramebuffer();
         stock->VisibilityOff();
         view.onRenderNoCamera();
-        QVERIFY(view.grabFramebuffer() != ours);
+        QVERIFY(view.grabFramebuffer() != expected);
+        cloud->VisibilityOn();
+        view.onRenderNoCamera();
+        QTRY_VERIFY(view.grabFramebuffer() == expected);
+    }
+
+    void noPictureShowsAPartOfTheCloud()
+    {
+        constexpr int size = 2001;
+        Olvik3DViewerWidget view;
+        view.resize(400, 400);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        view.loadPolyData(ramp(size, size), boundsOf(size, size, size - 1), {0, size - 1});
+        QTRY_VERIFY(view.getAxisVisibility());
+        view.showAxes(false);
+        SceneProbe probe(view);
+        probe.lookFromAbove(size, size);
+        const int whole = probe.litPixels();
+        const QImage subsample = view.grabFramebuffer();
+        for (int picture = 0; picture < 3; ++picture) {
+            // Into the drawing of the full cloud, further each time.
+            for (int i = 0; i < 20 + 5 * picture; ++i) {
+                QTest::qWait(10);
+                QVERIFY(probe.litPixels() > whole * 95 / 100);
+            }
+            view.onRenderNoCamera();
+            QVERIFY(view.grabFramebuffer() == subsample);
+        }
+        QTRY_VERIFY(view.grabFramebuffer() != subsample);
+        QVERIFY(probe.litPixels() > whole * 95 / 100);
     }
 
     void switchingModesInstallsTheShaderOnce()
