@@ -120,8 +120,8 @@ QJsonObject numbersOf(const std::vector<Update> &updates)
         {"redraw_ms", median(redraw)}};
 }
 
-/// What makes the colours; the GUI thread's part is a difference of two drawings, which scatters more
-/// than colours cost.
+/// What makes the colours; the GUI thread's part is a difference of two drawings, which scatters
+/// more than colours cost.
 double workersPart(const std::vector<Update> &updates)
 {
     return median(

@@ -24,7 +24,8 @@ public:
 
     virtual QVTKOpenGLNativeWidget &view() = 0;
 
-    /// Calls back on the GUI thread each time that a new cloud was rendered, before it is on screen.
+    /// Calls back on the GUI thread each time that a new cloud was rendered, before it is on
+    /// screen.
     virtual void whenRendered(std::function<void()> callback) = 0;
 
     /// Colours the clouds to come by the gradient instead of the height shader.

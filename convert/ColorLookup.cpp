@@ -7,8 +7,8 @@
 
 namespace {
 
-/// Half a MiB of cells fits the processor's second cache. A gradient of five stops has some 1000 steps
-/// of a component, so that one height of fifty meets a cell that is not plain.
+/// Half a MiB of cells fits the processor's second cache. A gradient of five stops has some 1000
+/// steps of a component, so that one height of fifty meets a cell that is not plain.
 constexpr std::size_t cellCount = 131072;
 
 } // namespace

@@ -8,10 +8,10 @@
 
 /// The colours of ColorGradient::getColorRawValue() for many heights, equal for each float.
 ///
-/// Between two colour points each component only rises or only falls with the height. The range between the
-/// bounds is therefore cut into equal cells, and a cell whose neighbours' centres lie between the same
-/// points and have the same colour has no other: one table access. The rest, where a component steps,
-/// and heights outside the bounds take the road of the gradient itself.
+/// Between two colour points each component only rises or only falls with the height. The range
+/// between the bounds is therefore cut into equal cells, and a cell whose neighbours' centres lie
+/// between the same points and have the same colour has no other: one table access. The rest, where
+/// a component steps, and heights outside the bounds take the road of the gradient itself.
 ///
 /// Built in about 2 ms, then read-only: any number of threads may look up.
 class ColorLookup

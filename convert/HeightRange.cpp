@@ -55,8 +55,8 @@ struct Lanes
     }
 };
 
-/// One value after the other, each comparison waits for the one before: 3.1 ms instead of 0.4 ms for
-/// 4 million values. Compilers keep to that order.
+/// One value after the other, each comparison waits for the one before: 3.1 ms instead of 0.4 ms
+/// for 4 million values. Compilers keep to that order.
 Range rangeOf(const float *values, std::size_t count)
 {
     Lanes a;

@@ -7,8 +7,8 @@
 #include <thread>
 #include <vector>
 
-/// Calls work(begin, end) for parts of 0 to \a count on all cores, the calling thread's included, and
-/// returns when all is done.
+/// Calls work(begin, end) for parts of 0 to \a count on all cores, the calling thread's included,
+/// and returns when all is done.
 ///
 /// Its threads live for the call only. Starting one costs 30 us, and ThreadSanitizer sees what they
 /// share, which it does not with the pools of libraries that are not instrumented.

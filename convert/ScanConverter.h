@@ -5,8 +5,9 @@
 
 #include <vtkFloatArray.h>
 
-/// Turns buffer after buffer of heights into clouds, into the memory of clouds that nobody shows any
-/// more. The points are those of DataConverter; one pass over the heights finds everything else.
+/// Turns buffer after buffer of heights into clouds, into the memory of clouds that nobody shows
+/// any more. The points are those of DataConverter; one pass over the heights finds everything
+/// else.
 ///
 /// One thread at a time; the results may go to another one.
 class ScanConverter

@@ -14,8 +14,8 @@
 
 namespace {
 
-/// Smallest step between different values of one coordinate of neighbouring points: the distance of two
-/// columns or profiles, whatever the user's scale.
+/// Smallest step between different values of one coordinate of neighbouring points: the distance of
+/// two columns or profiles, whatever the user's scale.
 float spacing(const float *coordinate, vtkIdType count)
 {
     float smallest = HUGE_VALF;

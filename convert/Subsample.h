@@ -55,7 +55,8 @@ private:
     float *end = nullptr; ///< of the points so far, without zeros
 };
 
-/// The points of each step-th profile that lie in each step-th column, found from the coordinates; of
-/// points that are not laid out in profiles each (step * step)-th. Takes 5 ms for a million points.
+/// The points of each step-th profile that lie in each step-th column, found from the coordinates;
+/// of points that are not laid out in profiles each (step * step)-th. Takes 5 ms for a million
+/// points.
 /// \param points 32-bit floats
 Subsample cloudSubsample(vtkPoints &points);

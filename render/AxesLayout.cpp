@@ -95,8 +95,8 @@ void labelAxis(vtkCubeAxesActor &axes, int axis, double range, double length)
         axes.SetAxisLabels(axis, labels);
 }
 
-/// The height axis starts anywhere: it has the actor's own labels where these stand apart, and one at
-/// each end otherwise.
+/// The height axis starts anywhere: it has the actor's own labels where these stand apart, and one
+/// at each end otherwise.
 void labelHeights(vtkCubeAxesActor &axes, const double *range, double length)
 {
     const double span = range[1] - range[0];

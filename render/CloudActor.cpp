@@ -90,8 +90,8 @@ bool CloudActor::canLeaveOut()
 {
     if (!coarse->GetInput())
         return false;
-    // Nothing measured yet: a first frame of seconds, or a coarse one where none is needed, would be
-    // a poor beginning.
+    // Nothing measured yet: a first frame of seconds, or a coarse one where none is needed, would
+    // be a poor beginning.
     if (!millisecondsPerPoint)
         millisecondsPerPoint = isDrawnInSoftware() ? softwareMillisecondsPerPoint : 0.0;
     return fullDrawTime() > frameMilliseconds;
@@ -109,8 +109,8 @@ void CloudActor::drawPart(vtkRenderer *renderer, CloudMapper &full, const PointR
     drawn = std::min(part.end(), count);
     if (!coarse->GetInput())
         return;
-    // VTK's own timer hardly ever runs for points. Waiting costs nothing that showing the frame would
-    // not wait for.
+    // VTK's own timer hardly ever runs for points. Waiting costs nothing that showing the frame
+    // would not wait for.
     renderer->GetRenderWindow()->WaitForCompletion();
     const std::chrono::duration<double, std::milli> elapsed = Clock::now() - begin;
     milliseconds = elapsed.count() + (part.first == 0 ? 0.0 : milliseconds);

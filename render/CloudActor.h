@@ -9,8 +9,9 @@
 
 struct Scan;
 
-/// Actor of the cloud, with two levels of detail: all points, or where those take longer than a frame a
-/// regular subsample that looks the same. The full cloud then comes in parts, see Refinement.
+/// Actor of the cloud, with two levels of detail: all points, or where those take longer than a
+/// frame a regular subsample that looks the same. The full cloud then comes in parts, see
+/// Refinement.
 ///
 /// Draws through the inner actor of its base and hands that one the shader property, which the base
 /// keeps to itself: replacements would never reach the screen. The base's own levels of detail are

@@ -13,8 +13,8 @@
 
 namespace {
 
-// Software OpenGL keeps the vertices of a whole call, 70 bytes each, and queues what its threads have
-// not drawn yet: 16 million points took 60 bytes each at a time, and take 30 in blocks.
+// Software OpenGL keeps the vertices of a whole call, 70 bytes each, and queues what its threads
+// have not drawn yet: 16 million points took 60 bytes each at a time, and take 30 in blocks.
 constexpr vtkIdType block = 65536;
 constexpr int blocksInFlight = 4;
 

@@ -369,8 +369,8 @@ void Olvik3DViewerWidget::onRender(RenderData request)
     refinement->onNewCloud();
 }
 
-/// A cloud that set out before the mode or the gradient changed: drawn as it is, it would flash white
-/// or bring the old colours back, because the re-render for the change met a busy widget.
+/// A cloud that set out before the mode or the gradient changed: drawn as it is, it would flash
+/// white or bring the old colours back, because the re-render for the change met a busy widget.
 void Olvik3DViewerWidget::colorByCurrentGradient(RenderData &request) const
 {
     const State current = sharedState();

@@ -66,7 +66,8 @@ public:
         std::shared_ptr<const ColorLookup> coloredBy; ///< where the cloud's "Colors" come from
     };
 
-    /// The widget starts hidden. Without OpenGL 3.2 it shows a message in place of the scene. Sets Qt's default surface format to the one that VTK needs.
+    /// The widget starts hidden. Without OpenGL 3.2 it shows a message in place of the scene. Sets
+    /// Qt's default surface format to the one that VTK needs.
     explicit Olvik3DViewerWidget(QWidget *parent = nullptr);
     ~Olvik3DViewerWidget() override;
 
@@ -102,9 +103,10 @@ public Q_SLOTS:
     /// \param coords three doubles in scene units
     void onPixelPicked(const double *coords);
 
-    /// Shows a cloud, at first a subsample of one that takes long to draw. Dropped when an earlier one is still on its way to the screen. May be called
-    /// from any thread; the scene is touched later, on the GUI thread. The cloud is scaled in place
-    /// by the user's factors and in gradient mode given an array "Colors".
+    /// Shows a cloud, at first a subsample of one that takes long to draw. Dropped when an earlier
+    /// one is still on its way to the screen. May be called from any thread; the scene is touched
+    /// later, on the GUI thread. The cloud is scaled in place by the user's factors and in gradient
+    /// mode given an array "Colors".
     /// \param polyData points as 32-bit floats; other points are replaced by such. A cloud that
     ///        nobody else holds is kept without copying its points.
     /// \param boundsAll xmin, xmax, ymin, ymax, zmin, zmax of the unscaled points. Without a height
@@ -130,16 +132,16 @@ public Q_SLOTS:
     /// Asks for a PLY file and whether to exchange y and z, then loads it.
     void load();
 
-    /// Shows the points of a PLY file within the bounds of the last cloud; none, as for a flat cloud,
-    /// before there was one. A file that cannot be read shows as an empty cloud.
+    /// Shows the points of a PLY file within the bounds of the last cloud; none, as for a flat
+    /// cloud, before there was one. A file that cannot be read shows as an empty cloud.
     /// \param swap exchanges y and z of each point
     void load(QString path, bool swap = false);
 
     void showAxes(bool show);
     void toggleShowAxes();
 
-    /// Factors of the X, Y and Z axis; zero, negative and infinite ones count as 1. Shows the last cloud
-    /// again.
+    /// Factors of the X, Y and Z axis; zero, negative and infinite ones count as 1. Shows the last
+    /// cloud again.
     void setAxesScale(float x, float y, float z);
 
     /// Other values than the named ones leave the axes as they are, but are kept.

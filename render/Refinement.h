@@ -8,9 +8,9 @@ class CloudActor;
 class SceneWindow;
 class vtkRenderer;
 
-/// Brings the full cloud once a picture of its subsample has rested: in parts that take about a frame
-/// each, drawn upon each other out of sight and shown when all are there. Between two of them the host
-/// handles its events, and any other picture ends it.
+/// Brings the full cloud once a picture of its subsample has rested: in parts that take about a
+/// frame each, drawn upon each other out of sight and shown when all are there. Between two of them
+/// the host handles its events, and any other picture ends it.
 ///
 /// GUI thread only. Borrows what it is given.
 class Refinement : public QObject

@@ -54,8 +54,8 @@ inline void setRenderWindow(QVTKOpenGLNativeWidget &widget, vtkGenericOpenGLRend
 inline void shareShaders(vtkActor &, vtkActor &) { }
 #endif
 
-/// Changes VTK's shaders for one actor: the actor's own replacements, or before VTK 9.0 those of all
-/// its mappers, which 9.2 has dropped.
+/// Changes VTK's shaders for one actor: the actor's own replacements, or before VTK 9.0 those of
+/// all its mappers, which 9.2 has dropped.
 class Shaders
 {
 public:

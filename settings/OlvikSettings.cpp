@@ -42,7 +42,8 @@ OlvikSettings::OlvikSettings()
     : store(
         format(), QSettings::UserScope, QStringLiteral("Olvik"), QStringLiteral("OlvikSettings"))
 {
-    // Other INI files of the system never shine through: what contains() denies, value() must not know.
+    // Other INI files of the system never shine through: what contains() denies, value() must not
+    // know.
     store.setFallbacksEnabled(false);
 }
 
@@ -75,7 +76,7 @@ void OlvikSettings::remove(const QString &key)
 void OlvikSettings::write()
 {
     removeAbandonedLock(store.fileName() + QStringLiteral(".lock"));
-    // QSettings writes from the event loop or at destruction; neither is sure to come in a host that is
-    // killed, or that ends without an application object.
+    // QSettings writes from the event loop or at destruction; neither is sure to come in a host
+    // that is killed, or that ends without an application object.
     store.sync();
 }

@@ -53,15 +53,15 @@ void ensureApplication()
 {
     if (QCoreApplication::instance())
         return;
-    // Both stay until the process ends: QApplication keeps a reference to its argument count, and other
-    // viewers may use the application by the time that this one goes.
+    // Both stay until the process ends: QApplication keeps a reference to its argument count, and
+    // other viewers may use the application by the time that this one goes.
     static int argc = 0;
     static QApplication *const application = new QApplication(argc, nullptr);
     Q_UNUSED(application)
 }
 
-/// Where and as large as stored, though never beyond the screens: they may have changed since, and a
-/// window of a damaged file's size would take all memory.
+/// Where and as large as stored, though never beyond the screens: they may have changed since, and
+/// a window of a damaged file's size would take all memory.
 void placeWindow(QWidget &window, const QPoint &position, const QSize &size)
 {
     const QRect desktop = QGuiApplication::primaryScreen()->virtualGeometry();

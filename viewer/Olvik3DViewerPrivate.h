@@ -51,9 +51,9 @@ public:
     /// then on.
     void stopWorker();
 
-    /// Deletes this object, deferred: it may be inside a slot or have events waiting for it. While a
-    /// dialog runs its own event loop, which may be inside a slot of this object's widgets, that is
-    /// put off until the dialog is closed.
+    /// Deletes this object, deferred: it may be inside a slot or have events waiting for it. While
+    /// a dialog runs its own event loop, which may be inside a slot of this object's widgets, that
+    /// is put off until the dialog is closed.
     void retire();
 
 Q_SIGNALS:

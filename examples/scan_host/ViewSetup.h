@@ -7,8 +7,8 @@
 struct HeightMap;
 class Olvik3DViewerWidget;
 
-/// What the host asks of the 3D view itself, beyond the control: axis scales, colouring, a cloud from
-/// a PLY file.
+/// What the host asks of the 3D view itself, beyond the control: axis scales, colouring, a cloud
+/// from a PLY file.
 class ViewSetup : public QObject
 {
     Q_OBJECT

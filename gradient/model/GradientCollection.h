@@ -85,8 +85,8 @@ public:
     /// the next save takes it out of the file
     void remove(int index);
 
-    /// Renames every entry of the old name, saves and emits gradientUpdated(). Does nothing when the
-    /// names are equal, be they known or not.
+    /// Renames every entry of the old name, saves and emits gradientUpdated(). Does nothing when
+    /// the names are equal, be they known or not.
     /// \throws NameAlreadyExistsException when the new name is taken
     /// \throws NameDoesNotExistsException when there is no entry of the old name
     /// \throws FileErrorException when saving fails

@@ -37,7 +37,8 @@ void GradientComboBoxDelegate::paint(
     const QStyle *style = item.widget ? item.widget->style() : QApplication::style();
     const int margin = painter->pen().width();
     style->drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
-    // On top, or the selection's background would hide the gradient that the user is about to choose.
+    // On top, or the selection's background would hide the gradient that the user is about to
+    // choose.
     if (const auto gradient = gradientInRow(collection.get(), index))
         gradient->paint(painter, previewRect(item.rect, margin), item.palette);
 }

@@ -8,7 +8,8 @@
 #include <memory>
 
 /// Draws an entry of a gradient combo box, a model row of the same number as the collection's: the
-/// gradient in the left half, its name, cut where it is too long, in the right one. GUI thread only.
+/// gradient in the left half, its name, cut where it is too long, in the right one. GUI thread
+/// only.
 class OLVIK3DVIEWER_EXPORT GradientComboBoxDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

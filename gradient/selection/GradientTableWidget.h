@@ -17,9 +17,9 @@ class QTableView;
 class QToolBar;
 class QWidgetAction;
 
-/// The gradient manager: a table of all gradients with a tool bar to make, duplicate and delete them,
-/// and a combo box that chooses the current one. Further selectors for a host's own tool bars follow
-/// it and lead it.
+/// The gradient manager: a table of all gradients with a tool bar to make, duplicate and delete
+/// them, and a combo box that chooses the current one. Further selectors for a host's own tool bars
+/// follow it and lead it.
 ///
 /// Owns the gradients' file. Failures of saving end in a message to the user. GUI thread only.
 class OLVIK3DVIEWER_EXPORT GradientTableWidget : public QWidget
@@ -33,7 +33,8 @@ public:
     GradientTableWidget(QString fileName, int min, int max, QWidget *parent);
     ~GradientTableWidget() override;
 
-    /// Shared with the collection: changes are seen everywhere. Null only while there is none at all.
+    /// Shared with the collection: changes are seen everywhere. Null only while there is none at
+    /// all.
     std::shared_ptr<Gradient> getCurrentGradient() const { return currentGradient; }
     QString getCurrentName() const;
 
@@ -61,8 +62,8 @@ public Q_SLOTS:
     void onDuplicateClick();
     /// The built-in gradients are kept, with a message.
     void onDeleteClick();
-    /// Makes the gradient of a row the current one. Rows past the end change nothing; a negative one
-    /// clears the selectors but keeps the current gradient.
+    /// Makes the gradient of a row the current one. Rows past the end change nothing; a negative
+    /// one clears the selectors but keeps the current gradient.
     void onComboIndexChanged(int index);
     void onAboutToResetModel();
     void onModelReset();

@@ -100,7 +100,8 @@ private Q_SLOTS:
             std::memcpy(&height, &bits, sizeof bits);
             QVERIFY(check(height));
         }
-        // On both sides of each step of a component: where the colours of neighbouring floats differ.
+        // On both sides of each step of a component: where the colours of neighbouring floats
+        // differ.
         for (int i = 0; i < 2000; ++i) {
             float low = static_cast<float>(inside(random));
             float high = low + static_cast<float>(length / 300.0);

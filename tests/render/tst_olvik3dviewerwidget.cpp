@@ -404,7 +404,8 @@ private Q_SLOTS:
         }
     }
 
-    /// The colour and the extent of the picture are those of the full cloud, whoever leaves points out.
+    /// The colour and the extent of the picture are those of the full cloud, whoever leaves points
+    /// out.
     void aSubsampleDrawsTheSameColors_data()
     {
         QTest::addColumn<ColorMode>("mode");

@@ -15,7 +15,8 @@ class QMessageBox;
 class QWidget;
 
 /// Answers the modal boxes and dialogs that an operation opens, as a person would: types, draws,
-/// confirms or cancels, one step at each tick of a timer, in nested event loops as well. GUI thread.
+/// confirms or cancels, one step at each tick of a timer, in nested event loops as well. GUI
+/// thread.
 class DialogOperator : public QObject
 {
 public:

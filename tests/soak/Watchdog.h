@@ -6,8 +6,8 @@
 
 class Journal;
 
-/// Ends the process by abort(), after printing the last operations, when the GUI thread is silent for
-/// too long; prints them as well when the process crashes. A thread of its own.
+/// Ends the process by abort(), after printing the last operations, when the GUI thread is silent
+/// for too long; prints them as well when the process crashes. A thread of its own.
 class Watchdog
 {
 public:

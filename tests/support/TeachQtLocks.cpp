@@ -1,6 +1,7 @@
-// Linked into executables of ThreadSanitizer builds only. The distribution's Qt is not instrumented and
-// its mutex and thread need no function that the sanitizer knows: what they order would look like a
-// race. These take the place of Qt's functions in calls from our code and tell the sanitizer.
+// Linked into executables of ThreadSanitizer builds only. The distribution's Qt is not instrumented
+// and its mutex and thread need no function that the sanitizer knows: what they order would look
+// like a race. These take the place of Qt's functions in calls from our code and tell the
+// sanitizer.
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>

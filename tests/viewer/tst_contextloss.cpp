@@ -1,5 +1,5 @@
-// OpenGL contexts go: a graphics driver that was reset leaves one that cannot be made current, and a
-// view that is moved to another window gets a new one.
+// OpenGL contexts go: a graphics driver that was reset leaves one that cannot be made current, and
+// a view that is moved to another window gets a new one.
 #include "GuiTest.h"
 #include "SceneProbe.h"
 #include "ViewerWindow.h"

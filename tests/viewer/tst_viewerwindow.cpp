@@ -24,7 +24,8 @@
 
 namespace {
 
-/// The texts of a menu in order: "-" for a separator, "Text >" for a submenu, "[Text]" for a caption.
+/// The texts of a menu in order: "-" for a separator, "Text >" for a submenu, "[Text]" for a
+/// caption.
 QStringList textsOf(const QMenu &menu)
 {
     QStringList texts;
