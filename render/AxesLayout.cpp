@@ -15,8 +15,10 @@ namespace {
 
 /// Height of a text in pixels: VTK's own default.
 constexpr double textHeight = 10.0;
-/// Between axis and labels, and between labels and title, in pixels: VTK's own as well.
+/// Between axis and labels, and between labels and title, in pixels: VTK's own as well. In views of
+/// less than the roomy height the titles would leave the picture at that distance.
 constexpr double textOffset = 20.0;
+constexpr double roomyHeight = 400.0;
 /// Of a digit, and of the gap between two labels, in heights of the text.
 constexpr double digitWidth = 0.8;
 constexpr double labelGap = 0.8;
@@ -121,8 +123,9 @@ void layOutAxes(vtkCubeAxesActor &axes, vtkRenderer &renderer, double pixelRatio
     if (!axes.GetVisibility())
         return;
     axes.SetScreenSize(textHeight * pixelRatio);
-    axes.SetLabelOffset(textOffset * pixelRatio);
-    axes.SetTitleOffset(textOffset * pixelRatio);
+    const double offset = textOffset * std::min(pixelRatio, renderer.GetSize()[1] / roomyHeight);
+    axes.SetLabelOffset(offset);
+    axes.SetTitleOffset(offset);
     const double *box = axes.GetBounds();
     labelAxis(axes, 0, axes.GetXAxisRange()[1], lengthOnScreen(renderer, box, 0));
     labelAxis(axes, 1, axes.GetYAxisRange()[1], lengthOnScreen(renderer, box, 1));

@@ -129,9 +129,10 @@ void CloudActor::drawCoarse(vtkRenderer *renderer, CloudMapper &full)
     // Each point stands for its neighbours: as large as their distance on the screen closes the
     // surface wherever the full cloud does.
     const double distance = coarseStep * spacing * pixelsPerUnit(*renderer);
+    const double size = GetProperty()->GetPointSize();
     coarseProperty->DeepCopy(GetProperty());
     coarseProperty->SetPointSize(
-        static_cast<float>(std::clamp(std::ceil(distance), 1.0, static_cast<double>(coarseStep))));
+        static_cast<float>(std::clamp(std::ceil(distance), size, coarseStep * size)));
     Device->SetProperty(coarseProperty);
     Device->Render(renderer, coarse);
 }

@@ -156,6 +156,8 @@ void Olvik3DViewerWidget::titleAxes()
 
 void Olvik3DViewerWidget::onStartOfDrawing()
 {
+    // As large on screens of any density, or dense ones would show the gaps between points.
+    actor->GetProperty()->SetPointSize(static_cast<float>(devicePixelRatioF()));
     layOutAxes(*cubeAxes, *renderer, devicePixelRatioF());
 }
 

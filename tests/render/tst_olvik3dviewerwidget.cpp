@@ -113,6 +113,32 @@ private Q_SLOTS:
         QCOMPARE(axes->GetScreenSize(), 10 * view.devicePixelRatioF());
     }
 
+    void titlesStayInThePicture_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::newRow("the window at first") << QSize(640, 316);
+        QTest::newRow("with its gradient bar") << QSize(640, 276);
+        QTest::newRow("small, in a host's form") << QSize(300, 200);
+    }
+
+    void titlesStayInThePicture()
+    {
+        QFETCH(QSize, size);
+        Olvik3DViewerWidget view;
+        view.resize(size);
+        view.show();
+        view.loadPolyData(ramp(300, 300), boundsOf(300, 300, 100), {0, 100});
+        QTRY_VERIFY(view.getAxisVisibility());
+        const QImage picture = view.grabFramebuffer();
+        const auto litIn = [&picture](int y) {
+            int lit = 0;
+            for (int x = 0; x < picture.width(); ++x)
+                lit += picture.pixelColor(x, y) != QColor(Qt::black);
+            return lit;
+        };
+        QCOMPARE(litIn(picture.height() - 1), 0);
+    }
+
     void aSecondCloudIsDroppedUntilTheFirstIsDrawn()
     {
         Olvik3DViewerWidget view;
