@@ -75,9 +75,34 @@ bool isSame(vtkStringArray *old, vtkStringArray &labels)
     return true;
 }
 
-/// Labels each tick of an axis that starts at 0, or leaves the tick without a text.
-void labelAxis(vtkCubeAxesActor &axes, int axis, double range, double length)
+double *rangeOf(vtkCubeAxesActor &axes, int axis)
 {
+    return axis == 0 ? axes.GetXAxisRange()
+        : axis == 1  ? axes.GetYAxisRange()
+                     : axes.GetZAxisRange();
+}
+
+/// The actor reads labels and offsets again for a new range only: here one that no label shows.
+void rebuild(vtkCubeAxesActor &axes, int axis)
+{
+    double &high = rangeOf(axes, axis)[1];
+    high = std::nextafter(high, HUGE_VAL);
+    axes.Modified();
+}
+
+void setLabels(vtkCubeAxesActor &axes, int axis, vtkStringArray *labels)
+{
+    vtkStringArray *old = axes.GetAxisLabels(axis);
+    if (labels ? isSame(old, *labels) : !old)
+        return;
+    axes.SetAxisLabels(axis, labels);
+    rebuild(axes, axis);
+}
+
+/// Labels each tick of an axis that starts at 0, or leaves the tick without a text.
+void labelAxis(vtkCubeAxesActor &axes, int axis, double length)
+{
+    const double range = rangeOf(axes, axis)[1];
     if (!(range > 0.0) || !std::isfinite(range) || !std::isfinite(length))
         return;
     const double step = tickStep(range);
@@ -93,27 +118,38 @@ void labelAxis(vtkCubeAxesActor &axes, int axis, double range, double length)
         labels->InsertNextValue(
             isLabelled ? QByteArray::number(i * step, 'g', 6).constData() : " ");
     }
-    if (!isSame(axes.GetAxisLabels(axis), *labels))
-        axes.SetAxisLabels(axis, labels);
+    setLabels(axes, axis, labels);
 }
 
-/// The height axis starts anywhere: it has the actor's own labels where these stand apart, and one
-/// at each end otherwise.
-void labelHeights(vtkCubeAxesActor &axes, const double *range, double length)
+/// The height axis starts anywhere: it has the actor's own labels where these stand apart, one at
+/// each end otherwise, or none where it points at the operator.
+void labelHeights(vtkCubeAxesActor &axes, double length)
 {
+    const double *range = axes.GetZAxisRange();
     const double span = range[1] - range[0];
     if (!(span > 0.0) || !std::isfinite(span) || !std::isfinite(length))
         return;
     const double room = axes.GetScreenSize() * (4 * digitWidth + labelGap);
-    vtkNew<vtkStringArray> ends;
-    if (length * tickStep(span) / span < room) {
-        for (const double height : {range[0], range[1]})
-            ends->InsertNextValue(QByteArray::number(height, 'g', 4).constData());
+    if (length * tickStep(span) / span >= room) {
+        setLabels(axes, 2, nullptr);
+        return;
     }
-    if (ends->GetNumberOfValues() == 0)
-        axes.SetAxisLabels(2, nullptr);
-    else if (!isSame(axes.GetAxisLabels(2), *ends))
-        axes.SetAxisLabels(2, ends);
+    const bool hasRoom = length > shortestAxis * axes.GetScreenSize();
+    vtkNew<vtkStringArray> ends;
+    for (const double height : {range[0], range[1]})
+        ends->InsertNextValue(hasRoom ? QByteArray::number(height, 'g', 4).constData() : " ");
+    setLabels(axes, 2, ends);
+}
+
+void setTextSize(vtkCubeAxesActor &axes, double height, double offset)
+{
+    if (axes.GetScreenSize() == height && axes.GetLabelOffset() == offset)
+        return;
+    axes.SetScreenSize(height);
+    axes.SetLabelOffset(offset);
+    axes.SetTitleOffset(offset);
+    for (int axis = 0; axis < 3; ++axis)
+        rebuild(axes, axis);
 }
 
 } // namespace
@@ -122,16 +158,12 @@ void layOutAxes(vtkCubeAxesActor &axes, vtkRenderer &renderer, double pixelRatio
 {
     if (!axes.GetVisibility())
         return;
-    axes.SetScreenSize(textHeight * pixelRatio);
-    const double offset = textOffset * std::min(pixelRatio, renderer.GetSize()[1] / roomyHeight);
-    axes.SetLabelOffset(offset);
-    axes.SetTitleOffset(offset);
+    setTextSize(axes, textHeight * pixelRatio,
+        textOffset * std::min(pixelRatio, renderer.GetSize()[1] / roomyHeight));
     const double *box = axes.GetBounds();
-    labelAxis(axes, 0, axes.GetXAxisRange()[1], lengthOnScreen(renderer, box, 0));
-    labelAxis(axes, 1, axes.GetYAxisRange()[1], lengthOnScreen(renderer, box, 1));
-    const double height = lengthOnScreen(renderer, box, 2);
-    labelHeights(axes, axes.GetZAxisRange(), height);
-    axes.SetZAxisLabelVisibility(height > shortestAxis * axes.GetScreenSize());
+    labelAxis(axes, 0, lengthOnScreen(renderer, box, 0));
+    labelAxis(axes, 1, lengthOnScreen(renderer, box, 1));
+    labelHeights(axes, lengthOnScreen(renderer, box, 2));
 }
 
 void releaseAxisLabels(vtkCubeAxesActor &axes)

@@ -97,12 +97,15 @@ private Q_SLOTS:
     {
         QFETCH(int, height);
         QFETCH(QString, labels);
+        const auto show = [](Olvik3DViewerWidget &view, int viewHeight) {
+            view.resize(viewHeight * 2, viewHeight);
+            view.show();
+            view.loadPolyData(ramp(3, 1), boundsOf(1024, 701, 5), {0, 5});
+            QTRY_VERIFY(view.getAxisVisibility());
+            SceneProbe(view).lookFromAbove(1024, 701);
+        };
         Olvik3DViewerWidget view;
-        view.resize(height * 2, height);
-        view.show();
-        view.loadPolyData(ramp(3, 1), boundsOf(1024, 767, 5), {0, 5});
-        QTRY_VERIFY(view.getAxisVisibility());
-        SceneProbe(view).lookFromAbove(1024, 767);
+        show(view, height);
         vtkCubeAxesActor *axes = axesIn(view);
         QStringList texts;
         vtkStringArray *profiles = axes->GetAxisLabels(1);
@@ -111,6 +114,11 @@ private Q_SLOTS:
         texts.removeAll(QString());
         QCOMPARE(texts.join(','), labels);
         QCOMPARE(axes->GetScreenSize(), 10 * view.devicePixelRatioF());
+
+        Olvik3DViewerWidget resized;
+        show(resized, 300);
+        resized.resize(view.size());
+        QTRY_VERIFY(resized.grabFramebuffer() == view.grabFramebuffer());
     }
 
     void titlesStayInThePicture_data()
