@@ -6,6 +6,7 @@
 #include <vtkNew.h>
 #include <vtkRenderer.h>
 #include <vtkStringArray.h>
+#include <vtkTextProperty.h>
 
 #include <algorithm>
 #include <array>
@@ -82,11 +83,19 @@ double *rangeOf(vtkCubeAxesActor &axes, int axis)
                      : axes.GetZAxisRange();
 }
 
+bool hasSpan(const double *range)
+{
+    const double span = range[1] - range[0];
+    return span > 0.0 && std::isfinite(span);
+}
+
 /// The actor reads labels and offsets again for a new range only: here one that no label shows.
 void rebuild(vtkCubeAxesActor &axes, int axis)
 {
-    double &high = rangeOf(axes, axis)[1];
-    high = std::nextafter(high, HUGE_VAL);
+    double *range = rangeOf(axes, axis);
+    if (!hasSpan(range))
+        return;
+    range[1] = std::nextafter(range[1], HUGE_VAL);
     axes.Modified();
 }
 
@@ -100,11 +109,11 @@ void setLabels(vtkCubeAxesActor &axes, int axis, vtkStringArray *labels)
 }
 
 /// Labels each tick of an axis that starts at 0, or leaves the tick without a text.
-void labelAxis(vtkCubeAxesActor &axes, int axis, double length)
+void labelAxis(vtkCubeAxesActor &axes, int axis, double length, bool isZeroLabelled)
 {
-    const double range = rangeOf(axes, axis)[1];
-    if (!(range > 0.0) || !std::isfinite(range) || !std::isfinite(length))
+    if (!hasSpan(rangeOf(axes, axis)) || !std::isfinite(length))
         return;
+    const double range = rangeOf(axes, axis)[1];
     const double step = tickStep(range);
     const double digits = std::max(1.0, std::floor(std::log10(range)) + 1);
     const double room = axes.GetScreenSize() * (digits * digitWidth + labelGap);
@@ -114,7 +123,7 @@ void labelAxis(vtkCubeAxesActor &axes, int axis, double length)
     // One more than there are ticks, or the actor would spread the labels evenly.
     const int count = static_cast<int>(range / step) + 2;
     for (int i = 0; i < count; ++i) {
-        const bool isLabelled = i % stride == 0 && i * step <= range;
+        const bool isLabelled = i % stride == 0 && i * step <= range && (i > 0 || isZeroLabelled);
         labels->InsertNextValue(
             isLabelled ? QByteArray::number(i * step, 'g', 6).constData() : " ");
     }
@@ -122,22 +131,22 @@ void labelAxis(vtkCubeAxesActor &axes, int axis, double length)
 }
 
 /// The height axis starts anywhere: it has the actor's own labels where these stand apart, one at
-/// each end otherwise, or none where it points at the operator.
-void labelHeights(vtkCubeAxesActor &axes, double length)
+/// each end otherwise, or no text at all.
+void labelHeights(vtkCubeAxesActor &axes, double length, bool isReadable)
 {
     const double *range = axes.GetZAxisRange();
-    const double span = range[1] - range[0];
-    if (!(span > 0.0) || !std::isfinite(span) || !std::isfinite(length))
+    if (!hasSpan(range) || !std::isfinite(length))
         return;
+    axes.GetTitleTextProperty(2)->SetOpacity(isReadable ? 1.0 : 0.0);
+    const double span = range[1] - range[0];
     const double room = axes.GetScreenSize() * (4 * digitWidth + labelGap);
     if (length * tickStep(span) / span >= room) {
         setLabels(axes, 2, nullptr);
         return;
     }
-    const bool hasRoom = length > shortestAxis * axes.GetScreenSize();
     vtkNew<vtkStringArray> ends;
     for (const double height : {range[0], range[1]})
-        ends->InsertNextValue(hasRoom ? QByteArray::number(height, 'g', 4).constData() : " ");
+        ends->InsertNextValue(isReadable ? QByteArray::number(height, 'g', 4).constData() : " ");
     setLabels(axes, 2, ends);
 }
 
@@ -161,9 +170,12 @@ void layOutAxes(vtkCubeAxesActor &axes, vtkRenderer &renderer, double pixelRatio
     setTextSize(axes, textHeight * pixelRatio,
         textOffset * std::min(pixelRatio, renderer.GetSize()[1] / roomyHeight));
     const double *box = axes.GetBounds();
-    labelAxis(axes, 0, lengthOnScreen(renderer, box, 0));
-    labelAxis(axes, 1, lengthOnScreen(renderer, box, 1));
-    labelHeights(axes, lengthOnScreen(renderer, box, 2));
+    const double height = lengthOnScreen(renderer, box, 2);
+    const bool areHeightsReadable = height > shortestAxis * axes.GetScreenSize();
+    labelAxis(axes, 0, lengthOnScreen(renderer, box, 0), true);
+    // The first profile lies at an end of the height axis in the usual views, under its label.
+    labelAxis(axes, 1, lengthOnScreen(renderer, box, 1), !areHeightsReadable);
+    labelHeights(axes, height, areHeightsReadable);
 }
 
 void releaseAxisLabels(vtkCubeAxesActor &axes)
