@@ -54,7 +54,7 @@ void CloudActor::Render(vtkRenderer *renderer, vtkMapper *mapper)
 
     VtkCompatibility::shareShaders(*this, *Device);
     Device->SetUserMatrix(GetMatrix());
-    if (isPartWanted)
+    if (refining)
         drawPart(renderer, *full, nextPart());
     else if (canLeaveOut())
         drawCoarse(renderer, *full);

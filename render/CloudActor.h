@@ -35,7 +35,8 @@ public:
     bool isLast(const PointRange &part) const { return part.end() >= count; }
 
     /// Whether to draw the next part instead of the subsample.
-    void setPartWanted(bool wanted) { isPartWanted = wanted; }
+    bool isRefining() const { return refining; }
+    void setRefining(bool wanted) { refining = wanted; }
 
     /// Whether the picture leaves points out so far.
     bool isCoarse() const { return drawn < count; }
@@ -65,5 +66,5 @@ private:
     std::optional<double> millisecondsPerPoint; ///< of the last full draw of a large cloud
     bool holdsFullBuffers = false; ///< all points of some cloud are on the graphics card
     bool areFullBuffersCurrent = false; ///< and they are of this cloud
-    bool isPartWanted = false;
+    bool refining = false;
 };

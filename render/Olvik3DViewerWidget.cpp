@@ -614,10 +614,14 @@ void Olvik3DViewerWidget::initializeGL()
 {
     // VTK would end the process with the first function that an older version lacks.
     hasOpenGL = context()->format().version() >= qMakePair(3, 2);
-    if (hasOpenGL)
-        QVTKOpenGLNativeWidget::initializeGL();
-    else
+    if (!hasOpenGL) {
         sceneWindow->SetReadyForRendering(false);
+        return;
+    }
+    // A view that moves to another window gets a new context. Qt deletes the old one while it is not
+    // current, and what VTK releases then would stay on the graphics card: 2 MB for a small window.
+    connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, [this] { makeCurrent(); });
+    QVTKOpenGLNativeWidget::initializeGL();
 }
 
 void Olvik3DViewerWidget::paintGL()

@@ -61,7 +61,7 @@ Refinement::~Refinement()
 
 void Refinement::onDrawn()
 {
-    if (!isDrawing && cloud.isCoarse())
+    if (!cloud.isRefining() && cloud.isCoarse())
         timer.start(restMs);
 }
 
@@ -82,11 +82,9 @@ void Refinement::onNewCloud()
 void Refinement::drawNextPart()
 {
     const vtkIdType before = cloud.nextPart().first;
-    isDrawing = true;
-    cloud.setPartWanted(true);
+    cloud.setRefining(true);
     renderPart();
-    cloud.setPartWanted(false);
-    isDrawing = false;
+    cloud.setRefining(false);
     // Out of view, or without an OpenGL context, nothing is drawn.
     if (cloud.isCoarse() && cloud.nextPart().first > before)
         timer.start(0);

@@ -34,5 +34,4 @@ private:
     CloudActor &cloud;
     QTimer timer;
     QElapsedTimer sinceLastCloud;
-    bool isDrawing = false;
 };

@@ -241,6 +241,11 @@ void resize(ViewerSlot &slot, Choice &choice, Journal &, const DialogOperator &)
     slot.topLevel()->resize(choice.between(1, 1200), choice.between(1, 900));
 }
 
+void move(ViewerSlot &slot, Choice &, Journal &, const DialogOperator &)
+{
+    slot.move();
+}
+
 void feedBurst(ViewerSlot &slot, Choice &choice, Journal &journal, const DialogOperator &)
 {
     for (int buffers = choice.between(1, 5); buffers > 0; --buffers) {
@@ -274,7 +279,8 @@ constexpr std::array operations{Operation{"feed", 30, feedBurst}, Operation{"rot
     Operation{"choose gradient", 4, chooseGradient}, Operation{"open gradients", 2, openGradients},
     Operation{"manage gradients", 8, manageGradients}, Operation{"axes scale", 3, scaleAxes},
     Operation{"sensor scale", 2, scaleSensor}, Operation{"load", 4, loadFile},
-    Operation{"resize", 3, resize}, Operation{"host", 5, act}, Operation{"close", 2, closeWindow}};
+    Operation{"resize", 3, resize}, Operation{"move", 1, move}, Operation{"host", 5, act},
+    Operation{"close", 2, closeWindow}};
 
 } // namespace
 

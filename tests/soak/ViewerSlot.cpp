@@ -51,7 +51,7 @@ ViewerSlot::~ViewerSlot()
 
 void ViewerSlot::create(Choice &choice)
 {
-    host.reset();
+    dropHost();
     const int kind = choice.below(3);
     if (kind == 0) {
         createControl(nullptr);
@@ -107,6 +107,12 @@ void ViewerSlot::watchParts()
     }
 }
 
+void ViewerSlot::dropHost()
+{
+    host.reset();
+    frame.reset();
+}
+
 void ViewerSlot::remove(bool withHost)
 {
     awaitsClosing = false;
@@ -123,6 +129,17 @@ void ViewerSlot::close(bool deleteWhenTold)
     awaitsClosing = !std::exchange(wasClosed, true);
     deletesWhenTold = awaitsClosing && deleteWhenTold;
     ownWindow->close();
+}
+
+void ViewerSlot::move()
+{
+    if (!host)
+        return;
+    if (!frame)
+        frame = std::make_unique<QWidget>();
+    host->setParent(host->isWindow() ? frame.get() : nullptr);
+    host->show();
+    frame->setVisible(!host->isWindow());
 }
 
 void ViewerSlot::feed(Choice &choice)

@@ -27,7 +27,7 @@ public:
 
     void create(Choice &choice);
     /// The host's widget goes, after the control.
-    void dropHost() { host.reset(); }
+    void dropHost();
     /// \param withHost deletes the host's widget instead, which takes an embedded control along
     void remove(bool withHost);
 
@@ -35,6 +35,10 @@ public:
     /// deletes the control at once.
     /// \param deleteWhenTold the host deletes the control from the receiver
     void close(bool deleteWhenTold);
+
+    /// The host's widget goes into another window or out of it, as a dock does: the view gets a new
+    /// OpenGL context.
+    void move();
 
     void feed(Choice &choice);
     void viewerClosed(const char *windowName) override;
@@ -62,6 +66,7 @@ private:
     void watchParts();
 
     Journal &journal;
+    std::unique_ptr<QWidget> frame; ///< the other window; the host's widget goes before it
     std::unique_ptr<QWidget> host;
     QPointer<Olvik3DViewerControl> control;
     QPointer<CloudPMainWindow> ownWindow;

@@ -8,6 +8,7 @@
 
 #include <QDockWidget>
 #include <QMainWindow>
+#include <QOpenGLContext>
 
 #include <algorithm>
 #include <atomic>
@@ -176,6 +177,7 @@ private Q_SLOTS:
 
     void aViewMovesToAnotherWindow()
     {
+        int releases = 0;
         QMainWindow host;
         auto *dock = new QDockWidget(&host);
         auto *place = new QWidget;
@@ -194,7 +196,12 @@ private Q_SLOTS:
             QTRY_VERIFY(SceneProbe(*viewIn(place)).litPixels() > 1000);
             QTest::qWait(300);
             QVERIFY(SceneProbe(*viewIn(place)).litPixels() > 1000);
+            // Only a current context frees what the graphics card holds.
+            const QOpenGLContext *context = viewIn(place)->context();
+            connect(context, &QOpenGLContext::aboutToBeDestroyed, this,
+                [&releases, context] { releases += QOpenGLContext::currentContext() == context; });
         }
+        QCOMPARE(releases, 2);
     }
 
     void cleanup() { isContextLost = false; }
