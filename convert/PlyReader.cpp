@@ -13,10 +13,13 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstring>
 #include <new>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 #include <locale.h>
 
@@ -93,40 +96,87 @@ std::size_t vertexLinesLength(std::string_view text, const PlyHeader &header)
     return std::min(position, text.size());
 }
 
-bool append(std::string &text, QIODevice &device, qint64 size)
+const char *skipBlanks(const char *begin, const char *end)
 {
-    const std::size_t before = text.size();
-    text.resize(before + static_cast<std::size_t>(size));
-    return device.read(text.data() + before, size) == size;
+    return std::find_if(begin, end, [](char each) { return each != ' ' && each != '\t'; });
 }
 
-/// \return the file's vertices under a header that promises nothing else; empty when it has none
-///         or not all that it promises
-std::string vertexText(QFile &file)
+/// \return behind the number, null when there is none that stands alone or fits a double
+const char *readCoordinate(const char *begin, const char *end, float &coordinate)
 {
-    const std::optional<PlyHeader> header = PlyHeader::read(file);
-    if (!header || header->vertexCount == 0)
-        return {};
+    double value = 0.0;
+    const auto [behind, error] = std::from_chars(skipBlanks(begin, end), end, value);
+    coordinate = static_cast<float>(value);
+    const bool standsAlone = behind == end || std::strchr(" \t\r\n", *behind) != nullptr;
+    return error == std::errc() && standsAlone ? behind : nullptr;
+}
+
+/// \return behind the line, null when something is left of it
+const char *endLine(const char *begin, const char *end)
+{
+    begin = skipBlanks(begin, end);
+    if (begin != end && *begin == '\r')
+        ++begin;
+    if (begin == end)
+        return end;
+    return *begin == '\n' ? begin + 1 : nullptr;
+}
+
+bool holdsOnlyCoordinates(const PlyHeader &header)
+{
+    const std::vector<PlyHeader::Property> &found = header.vertexProperties;
+    const auto names = {"x", "y", "z"};
+    return header.format == PlyHeader::Format::Ascii
+        && std::equal(found.begin(), found.end(), names.begin(), names.end(),
+            [](const PlyHeader::Property &property, const char *name) {
+                return property.type == "float" && property.name == name;
+            });
+}
+
+/// The viewer's own files, in a fraction of the time that VTK takes: the operator waits.
+/// \return null for anything that VTK might read otherwise
+vtkSmartPointer<vtkPoints> readCoordinates(std::string_view text, const PlyHeader &header)
+{
+    auto points = vtkSmartPointer<vtkPoints>::New();
+    points->SetNumberOfPoints(header.vertexCount);
+    auto *coordinates = static_cast<float *>(points->GetVoidPointer(0));
+    const char *position = text.data();
+    const char *end = position + text.size();
+    for (qint64 i = 0; i < header.vertexCount; ++i) {
+        for (int axis = 0; axis < 3 && position; ++axis)
+            position = readCoordinate(position, end, *coordinates++);
+        if (position)
+            position = endLine(position, end);
+        if (!position)
+            return nullptr;
+    }
+    return points;
+}
+
+/// \return what stands behind the header as far as vertices may reach; empty when the file holds less
+///         than the header promises
+std::string vertexData(QFile &file, const PlyHeader &header)
+{
     const qint64 available = file.size() - file.pos();
-    if (header->vertexBytes() > available)
+    if (header.vertexCount == 0 || header.vertexBytes() > available)
         return {};
+    const bool isAscii = header.format == PlyHeader::Format::Ascii;
+    std::string data(static_cast<std::size_t>(isAscii ? available : header.vertexBytes()), '\0');
+    const auto size = static_cast<qint64>(data.size());
+    return file.read(data.data(), size) == size ? data : std::string();
+}
 
-    std::string text = header->text().toStdString();
-    const std::size_t headerSize = text.size();
-    const bool ascii = header->format == PlyHeader::Format::Ascii;
-    if (!append(text, file, ascii ? available : header->vertexBytes()))
-        return {};
-    if (!ascii)
-        return text;
-
-    const std::size_t length =
-        vertexLinesLength(std::string_view(text).substr(headerSize), *header);
-    if (length == 0)
-        return {};
-    text.resize(headerSize + length);
-    // VTK 9.1 drops a last line without an end and repeats the point before.
-    text += '\n';
-    return text;
+/// \return the vertices under a header that promises nothing else; empty when they are not in order
+std::string textForVtk(std::string data, const PlyHeader &header)
+{
+    if (header.format == PlyHeader::Format::Ascii) {
+        data.resize(vertexLinesLength(data, header));
+        if (data.empty())
+            return {};
+        // VTK 9.1 drops a last line without an end and repeats the point before.
+        data += '\n';
+    }
+    return data.insert(0, header.text().toStdString());
 }
 
 vtkSmartPointer<vtkPolyData> emptyCloud()
@@ -149,17 +199,33 @@ vtkSmartPointer<vtkPolyData> cloudFrom(vtkPLYReader &reader)
     return cloud;
 }
 
-vtkSmartPointer<vtkPolyData> read(QFile &file)
+vtkSmartPointer<vtkPolyData> readByVtk(std::string data, const PlyHeader &header)
 {
     vtkNew<vtkPLYReader> reader;
     reader->ReadFromInputStringOn();
     {
-        const std::string text = vertexText(file);
+        const std::string text = textForVtk(std::move(data), header);
         if (text.empty())
             return emptyCloud();
         reader->SetInputString(text);
     }
     return cloudFrom(*reader);
+}
+
+vtkSmartPointer<vtkPolyData> read(QFile &file)
+{
+    const std::optional<PlyHeader> header = PlyHeader::read(file);
+    std::string data = header ? vertexData(file, *header) : std::string();
+    if (data.empty())
+        return emptyCloud();
+    vtkSmartPointer<vtkPoints> points;
+    if (holdsOnlyCoordinates(*header))
+        points = readCoordinates(data, *header);
+    if (!points)
+        return readByVtk(std::move(data), *header);
+    vtkSmartPointer<vtkPolyData> cloud = emptyCloud();
+    cloud->SetPoints(points);
+    return cloud;
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "AxesLayout.h"
 
+#include "VtkCompatibility.h"
+
 #include <QByteArray>
 
 #include <vtkCubeAxesActor.h>
@@ -156,7 +158,7 @@ void setTextSize(vtkCubeAxesActor &axes, double height, double offset)
         return;
     axes.SetScreenSize(height);
     axes.SetLabelOffset(offset);
-    axes.SetTitleOffset(offset);
+    VtkCompatibility::setTitleOffset(axes, offset);
     for (int axis = 0; axis < 3; ++axis)
         rebuild(axes, axis);
 }

@@ -2,6 +2,7 @@
 
 #include <QVTKOpenGLNativeWidget.h>
 #include <vtkActor.h>
+#include <vtkCubeAxesActor.h>
 #include <vtkGenericOpenGLRenderWindow.h>
 #include <vtkOpenGLPolyDataMapper.h>
 #include <vtkShader.h>
@@ -52,6 +53,22 @@ inline void setRenderWindow(QVTKOpenGLNativeWidget &widget, vtkGenericOpenGLRend
 
 /// The mappers hold the replacements.
 inline void shareShaders(vtkActor &, vtkActor &) { }
+#endif
+
+#if VTK_MAJOR_VERSION > 9 || (VTK_MAJOR_VERSION == 9 && VTK_MINOR_VERSION >= 3)
+/// \param offset of the titles from the labels in pixels
+inline void setTitleOffset(vtkCubeAxesActor &axes, double offset)
+{
+    double offsets[2];
+    axes.GetTitleOffset(offsets[0], offsets[1]);
+    offsets[1] = offset;
+    axes.SetTitleOffset(offsets);
+}
+#else
+inline void setTitleOffset(vtkCubeAxesActor &axes, double offset)
+{
+    axes.SetTitleOffset(offset);
+}
 #endif
 
 /// Changes VTK's shaders for one actor: the actor's own replacements, or before VTK 9.0 those of

@@ -136,6 +136,40 @@ private Q_SLOTS:
         QCOMPARE(Coordinates(back, back + 6), values);
     }
 
+    void readsCoordinatesAsVtkDoes()
+    {
+        QByteArray plain;
+        QByteArray forVtk;
+        const auto add = [&](const QByteArray &x, const QByteArray &y, const QByteArray &z) {
+            plain += x + ' ' + y + "\t " + z + " \r\n";
+            forVtk += x + ' ' + y + ' ' + z + " 0\n";
+        };
+        add("nan", "-inf", "inf");
+        add("1e-46", "1e39", "-1e-310");
+        add("-0", ".5", "5.");
+        const Coordinates values = hostileFloats();
+        for (std::size_t i = 0; i + 2 < values.size(); i += 3) {
+            add(QByteArray::number(double(values[i]), 'g', 17),
+                QByteArray::number(double(values[i + 1]), 'g', 9),
+                QByteArray::number(double(values[i + 2]), 'f', 3));
+        }
+        const auto read = [this](const QByteArray &more, const QByteArray &lines) {
+            create(scan,
+                "ply\nformat ascii 1.0\nelement vertex " + QByteArray::number(lines.count('\n'))
+                    + "\nproperty float x\nproperty float y\nproperty float z\n" + more
+                    + "end_header\n" + lines);
+            return readPly(scan);
+        };
+        const auto ours = read("", plain);
+        const auto theirs = read("property float w\n", forVtk);
+        const vtkIdType count = ours->GetNumberOfPoints();
+        QCOMPARE(count, vtkIdType(plain.count('\n')));
+        QCOMPARE(theirs->GetNumberOfPoints(), count);
+        QVERIFY(std::memcmp(ours->GetPoints()->GetVoidPointer(0),
+                    theirs->GetPoints()->GetVoidPointer(0), sizeof(float) * 3 * size_t(count))
+            == 0);
+    }
+
     void rejects_data()
     {
         QTest::addColumn<QByteArray>("from");
@@ -154,7 +188,9 @@ private Q_SLOTS:
         row("lacks a vertex", "vertex 2", "vertex 3");
         row("lacks a word", "4 5 6", "4 5  ");
         row("word that is no number", "4 5 6", "4 five 6");
-        row("line beyond the reader's buffer", "1 2 3", QByteArray("1 2 3").leftJustified(5000));
+        // The sign leaves the line to VTK.
+        row("line beyond VTK's buffer", "1 2 3", QByteArray("+1 2 3").leftJustified(5000));
+        row("more than coordinates on a line", "1 2 3", "1 2 3x");
     }
 
     void rejects()

@@ -6,7 +6,21 @@
 #include <malloc.h>
 #include <unistd.h>
 
+#ifdef __SANITIZE_ADDRESS__
+#include <sanitizer/allocator_interface.h>
+#endif
+
 namespace {
+
+/// What was freed goes back to the system, or it would count as used.
+void returnFreedMemory()
+{
+#ifdef __SANITIZE_ADDRESS__
+    __sanitizer_purge_allocator();
+#else
+    malloc_trim(0);
+#endif
+}
 
 int entriesIn(const char *folder)
 {
@@ -27,7 +41,7 @@ double residentMegabytes()
 
 ProcessFigures ProcessFigures::now()
 {
-    malloc_trim(0);
+    returnFreedMemory();
     // One descriptor is the listing's own.
     return {residentMegabytes(), entriesIn("/proc/self/fd") - 1, entriesIn("/proc/self/task")};
 }
