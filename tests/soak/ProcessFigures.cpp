@@ -7,7 +7,8 @@
 #include <unistd.h>
 
 #ifdef __SANITIZE_ADDRESS__
-#include <sanitizer/allocator_interface.h>
+// GCC has the function but not its header.
+extern "C" void __sanitizer_purge_allocator();
 #endif
 
 namespace {
