@@ -1,25 +1,28 @@
 #include "ProcessFigures.h"
 
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <malloc.h>
 #include <unistd.h>
 
-#ifdef __SANITIZE_ADDRESS__
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 // GCC has the function but not its header.
-extern "C" void __sanitizer_purge_allocator();
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
 #endif
 
 namespace {
 
-/// What was freed goes back to the system, or it would count as used.
-void returnFreedMemory()
+constexpr double mebibyte = 1024.0 * 1024.0;
+
+double allocatedMegabytes()
 {
-#ifdef __SANITIZE_ADDRESS__
-    __sanitizer_purge_allocator();
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    return static_cast<double>(__sanitizer_get_current_allocated_bytes()) / mebibyte;
 #else
-    malloc_trim(0);
+    const struct mallinfo2 all = mallinfo2();
+    return static_cast<double>(all.uordblks + all.hblkhd) / mebibyte;
 #endif
 }
 
@@ -35,14 +38,15 @@ double residentMegabytes()
     double total = 0;
     double resident = 0;
     file >> total >> resident;
-    return resident * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1024.0 * 1024.0);
+    return resident * static_cast<double>(sysconf(_SC_PAGESIZE)) / mebibyte;
 }
 
 } // namespace
 
 ProcessFigures ProcessFigures::now()
 {
-    returnFreedMemory();
+    malloc_trim(0);
     // One descriptor is the listing's own.
-    return {residentMegabytes(), entriesIn("/proc/self/fd") - 1, entriesIn("/proc/self/task")};
+    return {residentMegabytes(), allocatedMegabytes(), entriesIn("/proc/self/fd") - 1,
+        entriesIn("/proc/self/task")};
 }

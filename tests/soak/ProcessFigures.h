@@ -4,6 +4,7 @@
 struct ProcessFigures
 {
     double megabytes = 0; ///< resident memory
+    double heapMegabytes = 0; ///< allocated and not freed
     int descriptors = 0; ///< open files
     int threads = 0;
 

@@ -20,10 +20,12 @@ constexpr int longestWaitMs = 20000;
 /// Fragments and caches; one kept cloud of the middle sizes is more.
 constexpr double memoryNoiseMegabytes = 32;
 constexpr double memoryNoiseShare = 0.1;
-#ifdef __SANITIZE_THREAD__
-constexpr bool memoryIsOurs = false; // most of it is the sanitizer's record of past accesses
+constexpr double heapNoiseMegabytes = 8;
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+// Most of it is what the sanitizer notes of each call that allocates, and of past accesses.
+constexpr bool isResidentMemoryOurs = false;
 #else
-constexpr bool memoryIsOurs = true;
+constexpr bool isResidentMemoryOurs = true;
 #endif
 
 const char *const garbage[] = {"", "ply\nformat ascii 1.0\nelement vertex 3\n",
@@ -172,8 +174,8 @@ ProcessFigures SoakRun::quietMedian(double from, double to) const
             [member](const auto &a, const auto &b) { return a.*member < b.*member; });
         return part[part.size() / 2].*member;
     };
-    return {median(&ProcessFigures::megabytes), median(&ProcessFigures::descriptors),
-        median(&ProcessFigures::threads)};
+    return {median(&ProcessFigures::megabytes), median(&ProcessFigures::heapMegabytes),
+        median(&ProcessFigures::descriptors), median(&ProcessFigures::threads)};
 }
 
 void SoakRun::checkGrowth(const ProcessFigures &middle, const ProcessFigures &end)
@@ -182,8 +184,10 @@ void SoakRun::checkGrowth(const ProcessFigures &middle, const ProcessFigures &en
     if (quietFigures.size() < 6)
         return;
     const double noise = std::max(memoryNoiseMegabytes, memoryNoiseShare * middle.megabytes);
-    if (memoryIsOurs && end.megabytes > middle.megabytes + noise)
+    if (isResidentMemoryOurs && end.megabytes > middle.megabytes + noise)
         journal.fail(QStringLiteral("memory grows"));
+    if (end.heapMegabytes > middle.heapMegabytes + heapNoiseMegabytes)
+        journal.fail(QStringLiteral("the heap grows"));
     if (end.descriptors > middle.descriptors)
         journal.fail(QStringLiteral("open files grow"));
     if (end.threads > middle.threads)
@@ -203,6 +207,9 @@ QJsonObject SoakRun::report() const
         {"operations", journal.operations()}, {"kinds", kinds},
         {"buffers", QJsonObject{{"in", in}, {"shown", shown}, {"dropped", in - shown}}},
         {"quiet_states", static_cast<int>(quietFigures.size())},
+        {"heap_mb",
+            threeFigures(
+                tenth(start.heapMegabytes), tenth(middle.heapMegabytes), tenth(end.heapMegabytes))},
         {"resident_mb",
             threeFigures(tenth(start.megabytes), tenth(middle.megabytes), tenth(end.megabytes))},
         {"descriptors", threeFigures(start.descriptors, middle.descriptors, end.descriptors)},
