@@ -153,8 +153,8 @@ vtkSmartPointer<vtkPoints> readCoordinates(std::string_view text, const PlyHeade
     return points;
 }
 
-/// \return what stands behind the header as far as vertices may reach; empty when the file holds less
-///         than the header promises
+/// \return what stands behind the header as far as vertices may reach; empty when the file holds
+///         less than the header promises
 std::string vertexData(QFile &file, const PlyHeader &header)
 {
     const qint64 available = file.size() - file.pos();

@@ -618,8 +618,9 @@ void Olvik3DViewerWidget::initializeGL()
         sceneWindow->SetReadyForRendering(false);
         return;
     }
-    // A view that moves to another window gets a new context. Qt deletes the old one while it is not
-    // current, and what VTK releases then would stay on the graphics card: 2 MB for a small window.
+    // A view that moves to another window gets a new context. Qt deletes the old one while it is
+    // not current, and what VTK releases then would stay on the graphics card: 2 MB for a small
+    // window.
     connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, [this] { makeCurrent(); });
     QVTKOpenGLNativeWidget::initializeGL();
 }

@@ -8,7 +8,6 @@
 #include <vtkRenderer.h>
 
 #include <algorithm>
-#include <utility>
 #include <vector>
 
 namespace {
