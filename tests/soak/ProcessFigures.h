@@ -8,6 +8,9 @@ struct ProcessFigures
     int descriptors = 0; ///< open files
     int threads = 0;
 
+    /// Lets resident memory be what is in use; call it before the first thread starts.
+    static void giveFreedMemoryBack();
+
     /// Measured after free memory was given back to the system.
     static ProcessFigures now();
 };

@@ -1,5 +1,6 @@
 #include "Console.h"
 #include "GuiTest.h"
+#include "ProcessFigures.h"
 #include "SoakRun.h"
 #include "Watchdog.h"
 
@@ -11,6 +12,7 @@
 /// failures.
 int main(int argc, char *argv[])
 {
+    ProcessFigures::giveFreedMemoryBack();
     const PrivateHome home;
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
