@@ -132,6 +132,13 @@ void labelAxis(vtkCubeAxesActor &axes, int axis, double length, bool isZeroLabel
     setLabels(axes, axis, labels);
 }
 
+/// Four digits, and all that stand before the point.
+QByteArray heightLabel(double height)
+{
+    const int digits = static_cast<int>(std::log10(std::max(std::abs(height), 1.0))) + 1;
+    return QByteArray::number(height, 'g', std::clamp(digits, 4, 9));
+}
+
 /// The height axis starts anywhere: it has the actor's own labels where these stand apart, one at
 /// each end otherwise, or no text at all.
 void labelHeights(vtkCubeAxesActor &axes, double length, bool isReadable)
@@ -148,7 +155,7 @@ void labelHeights(vtkCubeAxesActor &axes, double length, bool isReadable)
     }
     vtkNew<vtkStringArray> ends;
     for (const double height : {range[0], range[1]})
-        ends->InsertNextValue(isReadable ? QByteArray::number(height, 'g', 4).constData() : " ");
+        ends->InsertNextValue(isReadable ? heightLabel(height).constData() : " ");
     setLabels(axes, 2, ends);
 }
 

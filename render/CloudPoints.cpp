@@ -9,6 +9,7 @@
 #include <vtkPoints.h>
 #include <vtkPolyData.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -36,13 +37,6 @@ vtkPoints *ensureFloatPoints(vtkPolyData &cloud)
     }
     cloud.SetPoints(converted);
     return converted;
-}
-
-bool holdsPointsAlone(vtkPolyData &cloud)
-{
-    vtkPoints *points = cloud.GetPoints();
-    return cloud.GetReferenceCount() == 1 && points->GetReferenceCount() == 1
-        && points->GetData()->GetReferenceCount() == 1;
 }
 
 vtkSmartPointer<vtkPolyData> sharedCloud(vtkPolyData &cloud)
@@ -118,4 +112,9 @@ std::array<double, 6> finiteBounds(vtkPolyData &cloud)
         bounds[2 * axis + 1] = static_cast<double>(max);
     }
     return bounds;
+}
+
+bool isFinite(const double *box)
+{
+    return std::all_of(box, box + 6, [](double end) { return std::isfinite(end); });
 }

@@ -12,10 +12,6 @@ template <class T> class vtkSmartPointer;
 /// \return these points, owned by the cloud
 vtkPoints *ensureFloatPoints(vtkPolyData &cloud);
 
-/// True when nobody but the caller can change the cloud's points: sharing them is as good as a
-/// copy.
-bool holdsPointsAlone(vtkPolyData &cloud);
-
 /// Another cloud over the same points and point attributes, without cells.
 vtkSmartPointer<vtkPolyData> sharedCloud(vtkPolyData &cloud);
 
@@ -38,3 +34,6 @@ void colorByHeight(vtkPoints &points, const ColorLookup &lookup, unsigned char *
 /// Box of all points whose coordinates are finite, each coordinate on its own: xmin, xmax, ymin,
 /// ymax, zmin, zmax. Uninitialised in VTK's sense (1, -1, ...) for a coordinate without any.
 std::array<double, 6> finiteBounds(vtkPolyData &cloud);
+
+/// \param box xmin, xmax, ymin, ymax, zmin, zmax
+bool isFinite(const double *box);

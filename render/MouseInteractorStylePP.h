@@ -8,7 +8,7 @@
 #include <vtkInteractorStyleTrackballCamera.h>
 
 /// Trackball camera that also tells a click from a drag: a left button released within 150 ms
-/// picks.
+/// picks. A release that leaves the scene as it was draws no new picture.
 ///
 /// Counted by VTK like any other style; a QObject parent is only told about, it must not delete the
 /// style while VTK still holds it. GUI thread only.
@@ -28,12 +28,13 @@ public:
 
 Q_SIGNALS:
     /// \param coords three doubles in scene units, valid during the emission only. A click beside
-    /// the
-    ///        cloud reports whatever the interactor's picker answers.
+    ///        the cloud reports whatever the interactor's picker answers.
     void pixelPicked(const double *coords);
 
 private:
     void pick();
+    vtkRenderer &renderer();
 
     QElapsedTimer pressed;
+    vtkMTimeType sceneAtPress = 0; ///< its last change before the button went down
 };

@@ -36,14 +36,16 @@
 #include <vtkCubeAxesActor.h>
 #include <vtkOpenGLCamera.h>
 #include <vtkOpenGLRenderer.h>
+#include <vtkPointData.h>
 #include <vtkProperty.h>
 
-#include <algorithm>
 #include <cmath>
+#include <exception>
 #include <utility>
 
 namespace {
 
+constexpr double viewAngle = 30.0; ///< in degrees: VTK's own
 constexpr double framingZoom = 0.8;
 
 /// Clears the flag that lets no second cloud in, also when an exception ends the frame.
@@ -68,10 +70,19 @@ private:
     std::atomic<bool> *flag;
 };
 
-bool isFinite(const double (&bounds)[6])
+bool isFlat(const Scan &scan)
 {
-    return std::all_of(
-        std::begin(bounds), std::end(bounds), [](double bound) { return std::isfinite(bound); });
+    return scan.bounds[5] - scan.bounds[4] == 0.0;
+}
+
+/// For what the event loop calls, which takes no exception.
+template <class Work> void dropPictureOnFailure(const Work &work)
+{
+    try {
+        work();
+    } catch (const std::exception &error) {
+        qWarning("3D viewer: a picture was dropped: %s", error.what());
+    }
 }
 
 } // namespace
@@ -133,7 +144,6 @@ void Olvik3DViewerWidget::buildScene()
     renderer->SetActiveCamera(camera);
     camera->SetFocalPoint(0.0, 0.0, 0.0);
     camera->Zoom(framingZoom);
-    framedViewAngle = camera->GetViewAngle();
 
     refinement = std::make_unique<Refinement>(*sceneWindow, *renderer, *actor);
     renderer->AddActor(actor);
@@ -180,21 +190,26 @@ void Olvik3DViewerWidget::setmapper()
     removeHeightShader();
     // Without shift and scale the shader sees the cloud's real coordinates.
     mapper->SetVBOShiftScaleMethod(0);
-    if (!installHeightShader({*actor, {mapper, &actor->coarseMapper()}}))
+    if (!installHeightShader({*actor, cloudMappers()}))
         return;
 
     shaderCallback.TakeReference(vtkShaderCallback::New());
     shaderCallback->data = shown;
-    for (CloudMapper *each : {mapper.Get(), &actor->coarseMapper()})
+    for (vtkMapper *each : cloudMappers())
         each->AddObserver(vtkCommand::UpdateShaderEvent, shaderCallback);
+}
+
+std::array<vtkMapper *, 2> Olvik3DViewerWidget::cloudMappers() const
+{
+    return {mapper, &actor->coarseMapper()};
 }
 
 void Olvik3DViewerWidget::removeHeightShader()
 {
     if (!shaderCallback)
         return;
-    VtkCompatibility::Shaders(*actor, {mapper, &actor->coarseMapper()}).restore();
-    for (CloudMapper *each : {mapper.Get(), &actor->coarseMapper()})
+    VtkCompatibility::Shaders(*actor, cloudMappers()).restore();
+    for (vtkMapper *each : cloudMappers())
         each->RemoveObserver(shaderCallback);
     shaderCallback = nullptr;
 }
@@ -222,29 +237,35 @@ Olvik3DViewerWidget::State Olvik3DViewerWidget::sharedState() const
     return state;
 }
 
+template <class T> T Olvik3DViewerWidget::read(T State::*member) const
+{
+    const QMutexLocker lock(&stateMutex);
+    return state.*member;
+}
+
 int Olvik3DViewerWidget::getScale() const
 {
-    return sharedState().scale;
+    return read(&State::scale);
 }
 
 float Olvik3DViewerWidget::getScale_x() const
 {
-    return sharedState().scaleX;
+    return read(&State::scaleX);
 }
 
 float Olvik3DViewerWidget::getScale_y() const
 {
-    return sharedState().scaleY;
+    return read(&State::scaleY);
 }
 
 float Olvik3DViewerWidget::getScale_z() const
 {
-    return sharedState().scaleZ;
+    return read(&State::scaleZ);
 }
 
 ColorMode Olvik3DViewerWidget::getColorMode() const
 {
-    return sharedState().colorMode;
+    return read(&State::colorMode);
 }
 
 AxesFly Olvik3DViewerWidget::getAxesFly() const
@@ -263,7 +284,6 @@ void Olvik3DViewerWidget::loadPolyData(vtkSmartPointer<vtkPolyData> polyData,
     if (!polyData)
         return;
     Scan scan;
-    scan.isHandedOver = holdsPointsAlone(*polyData);
     scan.cloud = polyData;
     scan.bounds = boundsAll;
     scan.heightRange = boundsNoZero;
@@ -280,34 +300,71 @@ void Olvik3DViewerWidget::loadScan(const Scan &scan)
     if (QThread::currentThread() == thread())
         actor->SetOrientation(0.0, 0.0, 0.0);
     submit(scan);
-    guard.handOver();
+    // A request that a host blocks never comes to the end that clears the flag.
+    if (!signalsBlocked())
+        guard.handOver();
 }
 
 void Olvik3DViewerWidget::submit(const Scan &scan)
 {
-    const State current = acceptBounds(scan);
-    const bool isFlat = scan.bounds[5] - scan.bounds[4] == 0.0;
-    if (isFlat) {
-        Q_EMIT mRender(current.lastData);
+    // What the frame works with, whatever the GUI thread changes meanwhile.
+    State current = sharedState();
+    current.extents = nextExtents(current, scan);
+    if (isFlat(scan)) {
+        submitFlat(current.extents);
         return;
     }
 
-    const ScanPreparer::Result prepared =
-        preparer->prepare(scan, current.sceneScale(), current.scan);
+    const ScanPreparer::Result prepared = preparer->prepare(scan, current.sceneScale());
     RenderData request = renderRequest(current);
-    request.polyData = scan.cloud;
     request.scan = prepared.drawn;
     request.unscaled = prepared.unscaled;
     if (current.colorMode == UserGradient)
         color(request, current.colors);
+    request.polyData = scan.isHandedOver ? prepared.drawn->cloud : finished(scan.cloud, request);
+    store(request, current.extents);
+    Q_EMIT mRender(request);
+}
+
+/// Clears the screen, but for the axes.
+void Olvik3DViewerWidget::submitFlat(const Extents &extents)
+{
+    RenderData last;
     {
         const QMutexLocker lock(&stateMutex);
-        state.scan = prepared.unscaled;
-        state.lastData = request;
-        state.lastData.polyData = emptyCloud;
-        state.lastData.scan = state.lastData.unscaled = nullptr;
+        state.extents = extents;
+        last = state.lastData;
     }
-    Q_EMIT mRender(request);
+    Q_EMIT mRender(last);
+}
+
+/// The caller's cloud as the drawn one looks, which stays this widget's alone.
+vtkSmartPointer<vtkPolyData> Olvik3DViewerWidget::finished(
+    const vtkSmartPointer<vtkPolyData> &cloud, const RenderData &request)
+{
+    scalePoints(*cloud, request.factors);
+    if (request.coloredBy)
+        cloud->GetPointData()->SetScalars(request.scan->cloud->GetPointData()->GetScalars());
+    return cloud;
+}
+
+void Olvik3DViewerWidget::store(const RenderData &request, const Extents &extents)
+{
+    const QMutexLocker lock(&stateMutex);
+    state.extents = extents;
+    state.scan = request.unscaled;
+    state.lastData = request;
+    state.lastData.polyData = emptyCloud;
+    state.lastData.scan = state.lastData.unscaled = nullptr;
+}
+
+Olvik3DViewerWidget::Extents Olvik3DViewerWidget::nextExtents(
+    const State &current, const Scan &scan)
+{
+    Extents next{scan.bounds, scan.heightRange, current.extents.axisBounds};
+    if (!isFlat(scan))
+        next.axisBounds = nextAxisExtents(next.axisBounds, scan.bounds, current.sensorHeight);
+    return next;
 }
 
 void Olvik3DViewerWidget::color(
@@ -317,23 +374,13 @@ void Olvik3DViewerWidget::color(
     request.coloredBy = colors;
 }
 
-/// \return what the rest of the frame works with, whatever the GUI thread changes meanwhile
-Olvik3DViewerWidget::State Olvik3DViewerWidget::acceptBounds(const Scan &scan)
-{
-    const QMutexLocker lock(&stateMutex);
-    state.boundsAll = scan.bounds;
-    state.boundsNoZero = scan.heightRange;
-    if (scan.bounds[5] - scan.bounds[4] != 0.0)
-        state.axisBounds = nextAxisExtents(state.axisBounds, scan.bounds, state.sensorHeight);
-    return state;
-}
-
 Olvik3DViewerWidget::RenderData Olvik3DViewerWidget::renderRequest(const State &current) const
 {
-    const std::array<double, 6> &box = current.axisBounds;
+    const auto &[boundsAll, boundsNoZero, box] = current.extents;
     const std::array<float, 3> factors = current.sceneScale();
 
     RenderData request;
+    request.factors = factors;
     request.bounds[1] = factors[0] * box[1];
     request.bounds[3] = factors[1] * box[3];
     request.bounds[4] = factors[2] * box[4];
@@ -342,14 +389,22 @@ Olvik3DViewerWidget::RenderData Olvik3DViewerWidget::renderRequest(const State &
     request.yRange[1] = box[3];
     request.zRange[0] = box[4];
     request.zRange[1] = box[5];
-    request.scaleFactor = static_cast<float>(1.0 / (current.boundsAll[5] - current.boundsAll[4]));
-    request.min = static_cast<float>(current.boundsNoZero[0]);
-    request.max = static_cast<float>(current.boundsNoZero[1]);
+    request.scaleFactor = static_cast<float>(1.0 / (boundsAll[5] - boundsAll[4]));
+    request.min = static_cast<float>(boundsNoZero[0]);
+    request.max = static_cast<float>(boundsNoZero[1]);
     request.scale = static_cast<float>(current.scale);
     return request;
 }
 
 void Olvik3DViewerWidget::onRender(RenderData request)
+{
+    dropPictureOnFailure([&] { draw(request); });
+    // The scale changed while the cloud was on its way.
+    if (request.scan && request.factors != sharedState().sceneScale())
+        showStoredCloud();
+}
+
+void Olvik3DViewerWidget::draw(RenderData &request)
 {
     busy = true;
     const BusyFlag guard(busy);
@@ -363,8 +418,10 @@ void Olvik3DViewerWidget::onRender(RenderData request)
         showCloud(request);
     showAxesOf(request);
     mapper->Update();
-    if (std::exchange(resetCameraPending, false))
+    if (resetCameraPending)
         frameCloud();
+    // A scanner that starts before the part arrives sends frames without a single point.
+    resetCameraPending = resetCameraPending && mapper->GetInput()->GetNumberOfPoints() == 0;
     // The view stays, but nothing of a higher or deeper cloud is cut off.
     renderer->ResetCameraClippingRange();
     sceneWindow->Render();
@@ -416,8 +473,8 @@ void Olvik3DViewerWidget::frameCloud()
 {
     actor->SetPosition(0.0, 0.0, 0.0);
     camera->SetFocalPoint(0.0, 0.0, 0.0);
-    // Zoom widens the view angle each time; from the same start each reset gives the same picture.
-    camera->SetViewAngle(framedViewAngle);
+    // Zoom widens the view angle each time, which VTK resets only when there is something to see.
+    camera->SetViewAngle(viewAngle);
     renderer->ResetCamera();
     camera->Zoom(framingZoom);
 }
@@ -428,10 +485,9 @@ void Olvik3DViewerWidget::showStoredCloud()
     if (!current.scan || current.scan->cloud->GetNumberOfPoints() == 0)
         return;
     Scan again = *current.scan;
-    again.cloud = sharedCloud(*current.scan->cloud);
-    again.bounds = current.boundsAll;
-    again.heightRange = current.boundsNoZero;
-    loadScan(again);
+    again.bounds = current.extents.boundsAll;
+    again.heightRange = current.extents.boundsNoZero;
+    dropPictureOnFailure([&] { loadScan(again); });
 }
 
 void Olvik3DViewerWidget::setColorMode(const ColorMode &colorMode)
@@ -482,12 +538,16 @@ void Olvik3DViewerWidget::load(QString path, bool swap)
 {
     const WaitCursor wait;
     actor->SetOrientation(0.0, 0.0, 0.0);
-    vtkSmartPointer<vtkPolyData> cloud = readPly(path);
+    Scan scan;
+    scan.cloud = readPly(path);
+    scan.isHandedOver = true;
     if (swap)
-        DataConverter::swapzy(cloud);
+        DataConverter::swapzy(scan.cloud);
     setInvertedaxis(swap);
-    const State current = sharedState();
-    loadPolyData(std::move(cloud), current.boundsAll, current.boundsNoZero);
+    const Extents extents = sharedState().extents;
+    scan.bounds = extents.boundsAll;
+    scan.heightRange = extents.boundsNoZero;
+    dropPictureOnFailure([&] { loadScan(scan); });
 }
 
 void Olvik3DViewerWidget::setInvertedaxis(bool inverted)
@@ -662,4 +722,11 @@ void Olvik3DViewerWidget::keyReleaseEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Control)
         pickedPoints.clear();
+}
+
+void Olvik3DViewerWidget::focusOutEvent(QFocusEvent *event)
+{
+    // Whoever has the focus now hears of the release of Ctrl.
+    pickedPoints.clear();
+    QVTKOpenGLNativeWidget::focusOutEvent(event);
 }

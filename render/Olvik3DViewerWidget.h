@@ -30,6 +30,7 @@ class Refinement;
 class ScanPreparer;
 class SceneWindow;
 class vtkCubeAxesActor;
+class vtkMapper;
 class vtkOpenGLCamera;
 class vtkOpenGLRenderer;
 class vtkShaderCallback;
@@ -42,7 +43,8 @@ struct Scan;
 /// named after the titles of the axes instead: X scales scene x, Y scales scene z, Z scales scene
 /// y.
 ///
-/// GUI thread only, but for loadPolyData(). Must not be deleted while another thread may call that.
+/// GUI thread only, but for loadPolyData() and loadScan(). Must not be deleted while another thread
+/// may call these.
 class OLVIK3DVIEWER_EXPORT Olvik3DViewerWidget : public QVTKOpenGLNativeWidget
 {
     Q_OBJECT
@@ -61,7 +63,9 @@ public:
         float min = 0.0f; ///< low end of the height range, the shader's m_min
         float max = 0.0f; ///< high end of the height range
         float scale = 1.0f; ///< getScale() when the request was made
-        std::shared_ptr<const Scan> scan; ///< of polyData; null when nothing else is known of it
+        std::array<float, 3> factors{1.0f, 1.0f, 1.0f}; ///< for scene x, y and z of polyData
+        std::shared_ptr<const Scan>
+            scan; ///< what is drawn; null: polyData, of which nothing is known
         std::shared_ptr<const Scan> unscaled; ///< the same before the user's scale
         std::shared_ptr<const ColorLookup> coloredBy; ///< where the cloud's "Colors" come from
     };
@@ -106,16 +110,16 @@ public Q_SLOTS:
     /// Shows a cloud, at first a subsample of one that takes long to draw. Dropped when an earlier
     /// one is still on its way to the screen. May be called from any thread; the scene is touched
     /// later, on the GUI thread. The cloud is scaled in place by the user's factors and in gradient
-    /// mode given an array "Colors".
-    /// \param polyData points as 32-bit floats; other points are replaced by such. A cloud that
-    ///        nobody else holds is kept without copying its points.
+    /// mode given an array "Colors"; what is drawn is a copy.
+    /// \param polyData points as 32-bit floats; other points are replaced by such
     /// \param boundsAll xmin, xmax, ymin, ymax, zmin, zmax of the unscaled points. Without a height
     ///        span (zmin == zmax) the screen is cleared and the axes stay.
     /// \param boundsNoZero low and high end of the height range for colouring
+    /// \throws std::bad_alloc when there is no memory for the copy
     void loadPolyData(vtkSmartPointer<vtkPolyData> polyData, std::array<double, 6> boundsAll,
         std::array<double, 2> boundsNoZero);
 
-    /// loadPolyData() for a cloud that more is known of. Any thread.
+    /// Internal: loadPolyData() for a cloud that more is known of. Any thread.
     void loadScan(const Scan &scan);
 
     void onRender(RenderData request);
@@ -168,6 +172,7 @@ protected:
     void paintGL() override;
     void keyPressEvent(QKeyEvent *event) override;
     void keyReleaseEvent(QKeyEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
 
 private Q_SLOTS:
     void userScale(vtkSmartPointer<vtkPolyData> polyData);
@@ -175,13 +180,19 @@ private Q_SLOTS:
     std::vector<float> computeIndividualBound(float *points, std::int64_t size, int init);
 
 private:
+    /// Of the last cloud that was accepted, a flat one included.
+    struct Extents
+    {
+        std::array<double, 6> boundsAll = {};
+        std::array<double, 2> boundsNoZero = {};
+        std::array<double, 6> axisBounds = {}; ///< box of the axes, unscaled
+    };
+
     /// What the worker and the GUI thread share. Guarded by stateMutex, which is held briefly.
     struct State
     {
         std::shared_ptr<const Scan> scan; ///< the last one, unscaled; its points never change
-        std::array<double, 6> boundsAll = {};
-        std::array<double, 2> boundsNoZero = {};
-        std::array<double, 6> axisBounds = {}; ///< box of the axes, unscaled
+        Extents extents;
         int scale = 1;
         float scaleX = 1.0f;
         float scaleY = 1.0f;
@@ -201,15 +212,22 @@ private:
     void frameCloud();
 
     void submit(const Scan &scan);
+    void submitFlat(const Extents &extents);
     void color(RenderData &request, const std::shared_ptr<const ColorLookup> &colors) const;
-    State acceptBounds(const Scan &scan);
+    static Extents nextExtents(const State &current, const Scan &scan);
+    static vtkSmartPointer<vtkPolyData> finished(
+        const vtkSmartPointer<vtkPolyData> &cloud, const RenderData &request);
+    void store(const RenderData &request, const Extents &extents);
     RenderData renderRequest(const State &current) const;
     void showStoredCloud();
+    void draw(RenderData &request);
     void colorByCurrentGradient(RenderData &request) const;
     void showCloud(const RenderData &request);
     void showAxesOf(const RenderData &request);
     void removeHeightShader();
+    std::array<vtkMapper *, 2> cloudMappers() const;
     State sharedState() const;
+    template <class T> T read(T State::*member) const;
 
     QMutex renderMutex;
     mutable QMutex stateMutex;
@@ -231,7 +249,6 @@ private:
     std::unique_ptr<Refinement> refinement;
     QVector<std::array<double, 3>> pickedPoints;
     RenderData shown; ///< last request that was drawn
-    double framedViewAngle = 0.0;
     bool hasOpenGL = true; ///< false on a machine without the version that VTK needs
     bool axesVisible = true;
     bool invertedAxis = false;

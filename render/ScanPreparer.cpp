@@ -7,7 +7,6 @@
 #include <vtkPoints.h>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -24,50 +23,38 @@ std::array<double, 6> scaledBox(const std::array<double, 6> &box, const Factors 
     return scaled;
 }
 
-bool isFinite(const std::array<double, 6> &box)
-{
-    return std::all_of(box.begin(), box.end(), [](double end) { return std::isfinite(end); });
-}
-
 } // namespace
 
-ScanPreparer::Result ScanPreparer::prepare(
-    const Scan &scan, const Factors &factors, const std::shared_ptr<const Scan> &stored)
+ScanPreparer::Result ScanPreparer::prepare(const Scan &scan, const Factors &factors)
 {
     vtkPoints *points = ensureFloatPoints(*scan.cloud);
-    const bool isStored = stored && stored->cloud->GetPoints() == points;
-    const bool isKept = isStored || scan.isHandedOver;
-    const vtkSmartPointer<vtkPolyData> kept =
-        isKept ? sharedCloud(*scan.cloud) : copiedCloud(*scan.cloud);
-
     const auto unscaled = std::make_shared<Scan>(scan);
-    unscaled->cloud = kept;
+    if (!scan.isHandedOver)
+        unscaled->cloud = copiedCloud(*scan.cloud);
+    unscaled->isHandedOver = true;
     if (!unscaled->subsample.cloud)
         unscaled->subsample = cloudSubsample(*points);
     if (unscaled->box == unknownBox)
-        unscaled->box = finiteBounds(*kept);
+        unscaled->box = finiteBounds(*unscaled->cloud);
 
     const auto drawn = std::make_shared<Scan>(*unscaled);
-    drawn->cloud = scan.cloud;
+    drawn->cloud = sharedCloud(*unscaled->cloud);
     if (drawn->subsample.cloud)
         drawn->subsample.cloud = sharedCloud(*drawn->subsample.cloud);
     if (factors != unscaledFactors)
-        scale(*drawn, factors, isKept);
+        scale(*drawn, factors);
     return {unscaled, drawn};
 }
 
-void ScanPreparer::scale(Scan &drawn, const Factors &factors, bool isKept)
+void ScanPreparer::scale(Scan &drawn, const Factors &factors)
 {
-    if (isKept)
-        replacePoints(*drawn.cloud, factors);
-    else
-        scalePoints(*drawn.cloud, factors);
+    replacePoints(*drawn.cloud, factors);
     if (drawn.subsample.cloud)
         replacePoints(*drawn.subsample.cloud, factors);
     drawn.spacing = std::max(factors[0], factors[1]);
     drawn.box = scaledBox(drawn.box, factors);
     // Beyond the largest float only a look at all points tells.
-    if (!isFinite(drawn.box))
+    if (!isFinite(drawn.box.data()))
         drawn.box = finiteBounds(*drawn.cloud);
 }
 

@@ -23,18 +23,15 @@ public:
         std::shared_ptr<const Scan> drawn;
     };
 
-    /// Scales the scan's cloud in place. Points that were not handed over are copied, unless they
-    /// are those of \a stored.
+    /// Points that were not handed over are copied: what is drawn belongs to nobody else.
     /// \param factors for scene x, y and z; 1 leaves its coordinate untouched
-    /// \param stored the last unscaled scan, or null
-    Result prepare(const Scan &scan, const std::array<float, 3> &factors,
-        const std::shared_ptr<const Scan> &stored);
+    Result prepare(const Scan &scan, const std::array<float, 3> &factors);
 
     /// Gives both levels of \a drawn an array "Colors" by the heights of \a unscaled.
     void color(const Scan &drawn, const Scan &unscaled, const ColorLookup &lookup);
 
 private:
-    void scale(Scan &drawn, const std::array<float, 3> &factors, bool isKept);
+    void scale(Scan &drawn, const std::array<float, 3> &factors);
     void replacePoints(vtkPolyData &cloud, const std::array<float, 3> &factors);
     void colorCloud(vtkPolyData &cloud, vtkPolyData &unscaled, const ColorLookup &lookup);
 

@@ -3,6 +3,10 @@
 #include <QOpenGLContext>
 
 #include <vtkObjectFactory.h>
+#include <vtkOpenGLState.h>
+
+#include <new>
+#include <utility>
 
 vtkStandardNewMacro(SceneWindow)
 
@@ -18,6 +22,17 @@ bool SceneWindow::canDraw()
 
 void SceneWindow::Render()
 {
-    if (this->ReadyForRendering && canDraw())
+    if (!this->ReadyForRendering || !canDraw())
+        return;
+    try {
         this->Superclass::Render();
+        hasFailed = false;
+    } catch (const std::bad_alloc &error) {
+        // What VTK does at the end of a picture; without it there would never be another.
+        this->ClearInRenderStatus();
+        this->End();
+        this->GetState()->Pop();
+        if (!std::exchange(hasFailed, true))
+            qWarning("3D viewer: a picture was dropped: %s", error.what());
+    }
 }

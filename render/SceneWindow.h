@@ -3,7 +3,8 @@
 #include <vtkGenericOpenGLRenderWindow.h>
 
 /// A render window that leaves frames out while its OpenGL context is lost, as after a reset of the
-/// graphics driver. VTK would draw without one.
+/// graphics driver, and those that there is no memory for. VTK would draw without a context, and
+/// after an exception never again.
 class SceneWindow : public vtkGenericOpenGLRenderWindow
 {
 public:
@@ -14,4 +15,7 @@ public:
     bool canDraw();
 
     void Render() override;
+
+private:
+    bool hasFailed = false; ///< the last picture
 };

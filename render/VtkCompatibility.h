@@ -12,9 +12,8 @@
 #include <vtkShaderProperty.h>
 #endif
 
-#include <initializer_list>
+#include <array>
 #include <string>
-#include <vector>
 
 /// Everything that is written differently for different versions of VTK, 8.2 and later.
 namespace VtkCompatibility {
@@ -77,7 +76,7 @@ class Shaders
 {
 public:
     /// \param drawing all mappers that draw the actor; borrowed, as is the actor
-    Shaders(vtkActor &drawn, std::initializer_list<vtkMapper *> drawing)
+    Shaders(vtkActor &drawn, const std::array<vtkMapper *, 2> &drawing)
         : actor(drawn)
         , mappers(drawing)
     { }
@@ -88,7 +87,7 @@ public:
 
 private:
     vtkActor &actor;
-    std::vector<vtkMapper *> mappers;
+    std::array<vtkMapper *, 2> mappers;
 };
 
 #if VTK_MAJOR_VERSION >= 9

@@ -12,6 +12,7 @@
 #include <vtkActorCollection.h>
 #include <vtkCellArray.h>
 #include <vtkCubeAxesActor.h>
+#include <vtkFloatArray.h>
 #include <vtkMapper.h>
 #include <vtkOpenGLPolyDataMapper.h>
 #include <vtkPointData.h>
@@ -161,6 +162,14 @@ private Q_SLOTS:
 
         view.loadPolyData(nullptr, boundsOf(1, 1, 1), {0, 1});
         QCOMPARE(requests.size(), 2);
+        QCoreApplication::processEvents();
+        {
+            const QSignalBlocker nobodyHears(&view);
+            view.loadPolyData(ramp(6, 1), boundsOf(6, 1, 5), {0, 5});
+        }
+        view.loadPolyData(vtkSmartPointer<vtkPolyData>::New(), boundsOf(1, 1, 1), {0, 1});
+        QCOMPARE(requests.size(), 3);
+        QCoreApplication::processEvents();
     }
 
     void axesFollowASequenceOfClouds_data()
@@ -230,11 +239,16 @@ private Q_SLOTS:
         vtkCamera *camera =
             view.renderWindow()->GetRenderers()->GetFirstRenderer()->GetActiveCamera();
         const double farAway = camera->GetDistance();
+        for (int i = 0; i < 2; ++i) {
+            view.loadPolyData(ramp(500, 500), boundsOf(500, 500, 0), {0, 0});
+            QCoreApplication::processEvents();
+        }
         view.loadPolyData(ramp(500, 500), boundsOf(500, 500, 499), {0, 499});
         QCoreApplication::processEvents();
         const double framed = camera->GetDistance();
         const double angle = camera->GetViewAngle();
         QVERIFY(framed > 100 * farAway);
+        QCOMPARE(angle, 37.5);
 
         camera->Dolly(2.0);
         view.loadPolyData(ramp(500, 500), boundsOf(500, 500, 499), {0, 499});
@@ -321,6 +335,22 @@ private Q_SLOTS:
         double point[3];
         lastRequest(requests).polyData->GetPoint(2, point);
         QCOMPARE(point[0], 4.0);
+
+        // Handed over, but above memory that the host writes its next frame to.
+        QCoreApplication::processEvents();
+        float frame[] = {0, 0, 0, 3, 0, 3};
+        vtkSmartPointer<vtkPolyData> wrapped = ramp(2, 1);
+        vtkNew<vtkFloatArray> floats;
+        floats->SetNumberOfComponents(3);
+        floats->SetArray(frame, 6, 1);
+        wrapped->GetPoints()->SetData(floats.Get());
+        view.loadPolyData(std::move(wrapped), boundsOf(4, 1, 3), {0, 3});
+        QCOMPARE(frame[3], 6.0f);
+        frame[3] = 90;
+        QCoreApplication::processEvents();
+        view.setAxesScale(3.0f, 1.0f, 1.0f);
+        QCoreApplication::processEvents();
+        QCOMPARE(cloudActor(view)->GetMapper()->GetInput()->GetBounds()[1], 9.0);
     }
 
     void scalesStartFromTheUnscaledCloud()
@@ -339,6 +369,12 @@ private Q_SLOTS:
         QCOMPARE(point[0], 3 * 4.0);
         QCOMPARE(point[1], 2 * 400.0);
         QCOMPARE(point[2], 3 * 40.0);
+
+        // This one is still on its way.
+        view.setAxesScale(5.0f, 40.0f, 400.0f);
+        QTRY_COMPARE(requests.size(), 6);
+        lastRequest(requests).polyData->GetPoint(11, point);
+        QCOMPARE(point[0], 3 * 5.0);
     }
 
     void theFullCloudLooksAsTheStockPipelineDrawsIt_data()
@@ -421,6 +457,9 @@ private Q_SLOTS:
         }
         QTRY_VERIFY(view.grabFramebuffer() != subsample);
         QVERIFY(probe.litPixels() > whole * 95 / 100);
+        const QImage full = view.grabFramebuffer();
+        QTest::mouseClick(&view, Qt::LeftButton, {}, QPoint(200, 200));
+        QVERIFY(view.grabFramebuffer() == full);
     }
 
     void switchingModesInstallsTheShaderOnce()

@@ -1,0 +1,135 @@
+// Memory runs out in the middle of what the event loop calls, which takes no exception.
+#include "GuiTest.h"
+#include "SceneProbe.h"
+
+#include "GradientFactory.h"
+#include "Olvik3DViewerWidget.h"
+
+#include <QRegularExpression>
+
+#include <vtkCallbackCommand.h>
+#include <vtkNew.h>
+#include <vtkPoints.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <functional>
+#include <limits>
+#include <new>
+
+namespace {
+
+constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
+std::atomic<std::size_t> largestBlock{unlimited};
+
+void *allocate(std::size_t size)
+{
+    void *block = size <= largestBlock ? std::malloc(size) : nullptr;
+    return block ? block : throw std::bad_alloc();
+}
+
+} // namespace
+
+void *operator new(std::size_t size)
+{
+    return allocate(size);
+}
+void *operator new[](std::size_t size)
+{
+    return allocate(size);
+}
+void operator delete(void *block) noexcept
+{
+    std::free(block);
+}
+void operator delete[](void *block) noexcept
+{
+    std::free(block);
+}
+void operator delete(void *block, std::size_t) noexcept
+{
+    std::free(block);
+}
+void operator delete[](void *block, std::size_t) noexcept
+{
+    std::free(block);
+}
+
+namespace {
+
+constexpr int side = 300;
+
+/// A slope of 1.1 MB.
+vtkSmartPointer<vtkPolyData> slope()
+{
+    vtkNew<vtkPoints> points;
+    for (int i = 0; i < side * side; ++i)
+        points->InsertNextPoint(i % side, i / side, i % side);
+    auto cloud = vtkSmartPointer<vtkPolyData>::New();
+    cloud->SetPoints(points);
+    return cloud;
+}
+
+void load(Olvik3DViewerWidget &view)
+{
+    view.loadPolyData(slope(), {0, side, 0, side, 0, side}, {0, side});
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(std::function<void(Olvik3DViewerWidget &)>)
+
+class TestOutOfMemory : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theViewLivesOn_data()
+    {
+        using Step = std::function<void(Olvik3DViewerWidget &)>;
+        QTest::addColumn<Step>("step");
+        QTest::newRow("scale") << Step([](auto &view) { view.setAxesScale(2, 2, 2); });
+        QTest::newRow("colours") << Step([](auto &view) { view.setColorMode(UserGradient); });
+        QTest::newRow("drawing") << Step([](auto &view) {
+            vtkNew<vtkCallbackCommand> upload;
+            upload->SetCallback([](vtkObject *, unsigned long, void *, void *) {
+                if (largestBlock < unlimited)
+                    throw std::bad_alloc();
+            });
+            view.renderWindow()->GetRenderers()->GetFirstRenderer()->AddObserver(
+                vtkCommand::StartEvent, upload);
+            load(view);
+        });
+    }
+
+    void theViewLivesOn()
+    {
+        QFETCH(std::function<void(Olvik3DViewerWidget &)>, step);
+        Olvik3DViewerWidget view;
+        view.resize(300, 300);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        load(view);
+        QTRY_VERIFY(view.getAxisVisibility());
+        view.showAxes(false);
+        const int lit = SceneProbe(view).litPixels();
+        QVERIFY(lit > 1000);
+
+        QTest::ignoreMessage(
+            QtWarningMsg, QRegularExpression("^3D viewer: a picture was dropped: "));
+        largestBlock = 200'000;
+        step(view);
+        QTest::qWait(300);
+        view.onRenderNoCamera();
+        largestBlock = unlimited;
+
+        view.setColorMode(Auto);
+        view.setAxesScale(1, 1, 1);
+        QTest::qWait(50);
+        load(view);
+        QTRY_COMPARE(SceneProbe(view).litPixels(), lit);
+    }
+};
+
+OLVIK_GUI_TEST_MAIN(TestOutOfMemory)
+#include "tst_outofmemory.moc"
