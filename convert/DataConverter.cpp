@@ -163,24 +163,22 @@ QImage rangeMap(
 
 vtkSmartPointer<vtkPoints> DataConverter::convertToPointData(float *buffer, int w, int h)
 {
-    const std::int64_t count = sampleCount(buffer, w, h);
-    auto points = sizedPoints(count);
+    const HeightGrid grid(buffer, w, h);
+    auto points = sizedPoints(grid.count());
     float *out = coordinates(points);
-    forEachRow(w, count, [&](int row, std::int64_t offset, int samples) {
-        out = writeRow(row, buffer + offset, samples, out);
-    });
+    for (std::int64_t row = 0; row < grid.rows(); ++row)
+        out = writeRow(row, grid.row(row), grid.samplesIn(row), out);
     return points;
 }
 
 vtkSmartPointer<vtkPoints> DataConverter::convertToPointDataNoZero(float *buffer, int w, int h)
 {
-    const std::int64_t count = sampleCount(buffer, w, h);
-    auto points = sizedPoints(count);
+    const HeightGrid grid(buffer, w, h);
+    auto points = sizedPoints(grid.count());
     float *const begin = coordinates(points);
     float *out = begin;
-    forEachRow(w, count, [&](int row, std::int64_t offset, int samples) {
-        out = writeRowNoZero(row, buffer + offset, samples, out);
-    });
+    for (std::int64_t row = 0; row < grid.rows(); ++row)
+        out = writeRowNoZero(row, grid.row(row), grid.samplesIn(row), out);
     points->Resize((out - begin) / 3);
     return points;
 }

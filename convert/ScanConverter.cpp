@@ -52,25 +52,11 @@ private:
     IndividualBound columns;
 };
 
-struct HeightGrid
-{
-    const float *heights;
-    int width;
-    std::int64_t count;
-
-    std::int64_t rows() const { return (count + width - 1) / width; }
-    const float *row(std::int64_t index) const { return heights + index * width; }
-    int samplesIn(std::int64_t index) const
-    {
-        return static_cast<int>(std::min<std::int64_t>(width, count - index * width));
-    }
-};
-
 /// \return number of points
 vtkIdType writeGrid(const HeightGrid &grid, float *xyz, HeightRange &range, GridExtent &extent,
     GridSampler &sampler)
 {
-    if (grid.count == 0)
+    if (grid.count() == 0)
         return 0;
 
     constexpr std::int64_t samplesPerPart = 262144;
@@ -81,21 +67,20 @@ vtkIdType writeGrid(const HeightGrid &grid, float *xyz, HeightRange &range, Grid
         HeightRange part(true);
         for (std::int64_t row = begin; row < end; ++row) {
             part.add(grid.row(row), static_cast<std::size_t>(grid.samplesIn(row)));
-            writeRow(static_cast<int>(row), grid.row(row), grid.samplesIn(row),
-                xyz + 3 * row * grid.width);
-            sampler.addRow(row, grid.row(row), grid.samplesIn(row));
+            writeRow(row, grid.row(row), grid.samplesIn(row), xyz + 3 * row * grid.width());
+            sampler.addRow(row);
         }
         const std::lock_guard<std::mutex> lock(mutex);
         range.add(part);
     };
-    parallelFor(rows, 1 + samplesPerPart / grid.width, writeRows);
+    parallelFor(rows, 1 + samplesPerPart / grid.width(), writeRows);
 
     // The rows between have the same ends.
     for (std::int64_t row = 0; row < rows; row = row == 0 ? 1 : std::max(row + 1, rows - 1)) {
-        const float *begin = xyz + 3 * row * grid.width;
-        extent.addRow(begin, begin + std::int64_t{3} * grid.samplesIn(row));
+        const float *begin = xyz + 3 * row * grid.width();
+        extent.addRow(begin, begin + 3 * grid.samplesIn(row));
     }
-    return grid.count;
+    return grid.count();
 }
 
 /// \return number of points
@@ -103,14 +88,13 @@ vtkIdType writeNoZero(const HeightGrid &grid, float *xyz, HeightRange &range, Gr
     GridSampler &sampler)
 {
     float *end = xyz;
-    forEachRow(grid.width, grid.count, [&](int row, std::int64_t offset, int samples) {
-        const float *const heights = grid.heights + offset;
-        range.add(heights, static_cast<std::size_t>(samples));
-        sampler.addRow(row, heights, samples);
+    for (std::int64_t row = 0; row < grid.rows(); ++row) {
+        range.add(grid.row(row), static_cast<std::size_t>(grid.samplesIn(row)));
+        sampler.addRow(row);
         float *const begin = end;
-        end = writeRowNoZero(row, heights, samples, begin);
+        end = writeRowNoZero(row, grid.row(row), grid.samplesIn(row), begin);
         extent.addRow(begin, end);
-    });
+    }
     return (end - xyz) / 3;
 }
 
@@ -133,17 +117,16 @@ void addIgnored(HeightRange &range, const float *heights, int width, int height)
 
 Scan ScanConverter::convert(const float *heights, int width, int height, bool showZero)
 {
-    const std::int64_t count = sampleCount(heights, width, height);
-    const vtkSmartPointer<vtkFloatArray> xyz = points.take(count, 3);
+    const HeightGrid grid(heights, width, height);
+    const vtkSmartPointer<vtkFloatArray> xyz = points.take(grid.count(), 3);
     HeightRange range(showZero);
     GridExtent extent;
     float *const begin = xyz->GetPointer(0);
-    GridSampler sampler(width, count, showZero, samplePoints);
-    const HeightGrid grid{heights, width, count};
+    GridSampler sampler(grid, showZero, samplePoints);
     const vtkIdType kept = showZero ? writeGrid(grid, begin, range, extent, sampler)
                                     : writeNoZero(grid, begin, range, extent, sampler);
     xyz->SetNumberOfTuples(kept);
-    if (count == 0 && heights)
+    if (grid.count() == 0 && heights)
         addIgnored(range, heights, width, height);
 
     Scan scan;

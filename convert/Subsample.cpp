@@ -85,39 +85,39 @@ int squareOf(std::int64_t pointCount)
 
 } // namespace
 
-GridSampler::GridSampler(
-    int gridWidth, std::int64_t samples, bool showZero, ArrayPool<vtkFloatArray> &memory)
-    : width(gridWidth)
-    , count(samples)
+GridSampler::GridSampler(const HeightGrid &heights, bool showZero, ArrayPool<vtkFloatArray> &memory)
+    : grid(heights)
     , showsZeros(showZero)
 {
-    if (count <= subsampleBudget)
+    if (grid.count() <= subsampleBudget)
         return;
-    const std::int64_t rows = (count + width - 1) / width;
-    step = stepOf(count, width, rows);
-    xyz = memory.take(fullRowSize() * ((rows + step.rows - 1) / step.rows), 3);
+    step = stepOf(grid);
+    const std::int64_t keptRows = (grid.rows() + step.rows - 1) / step.rows;
+    xyz = memory.take(keptIn(grid.width()) * keptRows, 3);
     end = xyz->GetPointer(0);
 }
 
 GridSampler::~GridSampler() = default;
 
 /// As wide as it is high, unless the grid is too narrow for that.
-GridSampler::Step GridSampler::stepOf(std::int64_t count, int width, std::int64_t rows)
+GridSampler::Step GridSampler::stepOf(const HeightGrid &grid)
 {
-    const int square = squareOf(count);
-    if (rows < square)
-        return {sharePerPoint(count), 1};
-    if (width < square)
-        return {1, sharePerPoint(count)};
+    const int square = squareOf(grid.count());
+    if (grid.rows() < square)
+        return {sharePerPoint(grid.count()), 1};
+    if (grid.width() < square)
+        return {1, sharePerPoint(grid.count())};
     return {square, square};
 }
 
-void GridSampler::addRow(std::int64_t row, const float *heights, int samples)
+void GridSampler::addRow(std::int64_t row)
 {
     if (!xyz || row % step.rows != 0)
         return;
-    float *point = showsZeros ? xyz->GetPointer(3 * fullRowSize() * (row / step.rows)) : end;
-    for (int column = 0; column < samples; column += step.columns) {
+    const float *const heights = grid.row(row);
+    const std::int64_t samples = grid.samplesIn(row);
+    float *point = showsZeros ? xyz->GetPointer(3 * keptIn(grid.width()) * (row / step.rows)) : end;
+    for (std::int64_t column = 0; column < samples; column += step.columns) {
         point[0] = static_cast<float>(column);
         point[1] = static_cast<float>(row);
         point[2] = heights[column];
@@ -131,10 +131,9 @@ std::int64_t GridSampler::pointCount() const
 {
     if (!showsZeros)
         return (end - xyz->GetPointer(0)) / 3;
-    const std::int64_t lastRow = (count - 1) / width;
+    const std::int64_t lastRow = grid.rows() - 1;
     const std::int64_t lastKept = lastRow - lastRow % step.rows;
-    const std::int64_t samples = std::min<std::int64_t>(width, count - lastKept * width);
-    return fullRowSize() * (lastKept / step.rows) + (samples + step.columns - 1) / step.columns;
+    return keptIn(grid.width()) * (lastKept / step.rows) + keptIn(grid.samplesIn(lastKept));
 }
 
 Subsample GridSampler::result() const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "GridRows.h"
+
 #include <vtkSmartPointer.h>
 #include <vtkType.h>
 
@@ -26,13 +28,12 @@ struct Subsample
 class GridSampler
 {
 public:
-    /// \param count samples of the buffer, width of them in each row but the last
     /// \param memory where the points come to lie
-    GridSampler(int width, std::int64_t count, bool showZero, ArrayPool<vtkFloatArray> &memory);
+    GridSampler(const HeightGrid &grid, bool showZero, ArrayPool<vtkFloatArray> &memory);
     ~GridSampler();
 
     /// Each row once: with zeros in any order and from any thread, otherwise one after the other.
-    void addRow(std::int64_t row, const float *heights, int samples);
+    void addRow(std::int64_t row);
 
     Subsample result() const;
 
@@ -43,12 +44,14 @@ private:
         int rows;
     };
 
-    static Step stepOf(std::int64_t count, int width, std::int64_t rows);
-    std::int64_t fullRowSize() const { return (width + step.columns - 1) / step.columns; }
+    static Step stepOf(const HeightGrid &grid);
+    std::int64_t keptIn(std::int64_t samples) const
+    {
+        return (samples + step.columns - 1) / step.columns;
+    }
     std::int64_t pointCount() const;
 
-    int width;
-    std::int64_t count;
+    HeightGrid grid;
     bool showsZeros;
     Step step{1, 1};
     vtkSmartPointer<vtkFloatArray> xyz; ///< null for a grid within the budget

@@ -153,6 +153,9 @@ private Q_SLOTS:
         QTest::newRow("square") << 900 << 1000 << 3;
         QTest::newRow("wide") << 450000 << 2 << 5;
         QTest::newRow("high") << 2 << 500000 << 5;
+        // The products wrap to 300001 and 300016.
+        QTest::newRow("widest") << std::numeric_limits<int>::max() << 2147183647 << 2;
+        QTest::newRow("far wider than the samples") << (1 << 30) + 4 << 75004 << 2;
     }
 
     void subsampleKeepsRowsAndColumns()
@@ -160,7 +163,7 @@ private Q_SLOTS:
         QFETCH(int, width);
         QFETCH(int, height);
         QFETCH(int, step);
-        const Heights heights = sparse(static_cast<std::size_t>(width) * std::size_t(height));
+        const Heights heights = sparse(static_cast<std::size_t>(wrappedSampleCount(width, height)));
         for (const bool showZero : {true, false}) {
             const Scan scan = ScanConverter().convert(heights.data(), width, height, showZero);
             QCOMPARE(scan.subsample.step, step);
@@ -170,6 +173,8 @@ private Q_SLOTS:
             }
             const vtkIdType kept = scan.subsample.cloud->GetNumberOfPoints();
             QVERIFY(kept <= subsampleBudget * 11 / 10);
+            const vtkIdType room = scan.subsample.cloud->GetPoints()->GetData()->GetSize();
+            QVERIFY(room <= 3 * subsampleBudget * 11 / 10);
             QVERIFY(!showZero || kept > subsampleBudget / 3);
             const float *point = coordinates(*scan.subsample.cloud);
             for (vtkIdType i = 0; i < kept; ++i, point += 3) {
