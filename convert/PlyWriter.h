@@ -6,7 +6,7 @@ class vtkPolyData;
 
 /// Writes the points of \a cloud as ASCII PLY: the text of vtkPLYWriter for a cloud without
 /// polygons and colours, to the byte. Only reads the cloud; any thread may call it, one per cloud.
-/// Threads of Qt's global pool make the text, a few megabytes ahead; the caller writes it.
+/// Threads of its own make the text, a few megabytes ahead; the caller writes it.
 ///
 /// A regular file is written whole or not at all. Devices and pipes are written in place; a file in
 /// a folder that takes no new files is, too. A pipe that nobody reads is a failure, not a wait.
