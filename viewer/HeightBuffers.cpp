@@ -3,14 +3,10 @@
 #include "SampleCount.h"
 
 #include <algorithm>
-#include <new>
 
 OlvikProfileData HeightBuffers::copyOf(const float *values, int width, int height)
 {
-    const std::int64_t count = wrappedSampleCount(width, height);
-    if (count < 0)
-        throw std::bad_array_new_length();
-
+    const std::int64_t count = checkedSampleCount(width, height);
     const vtkSmartPointer<vtkFloatArray> array = arrays.take(count, 1);
     std::copy_n(values, count, array->GetPointer(0));
     // The record's last copy lets go of the array.

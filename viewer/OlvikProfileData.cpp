@@ -3,17 +3,13 @@
 #include "SampleCount.h"
 
 #include <algorithm>
-#include <new>
 #include <utility>
 
 OlvikProfileData::OlvikProfileData(int valuesPerProfile, int profiles, float *values)
     : width(valuesPerProfile)
     , height(profiles)
 {
-    const std::int64_t count = wrappedSampleCount(width, height);
-    if (count < 0)
-        throw std::bad_array_new_length();
-
+    const std::int64_t count = checkedSampleCount(width, height);
     // Without a value initialiser: the heights are written once, by the copy.
     data = std::shared_ptr<float>(
         new float[static_cast<std::size_t>(count)], std::default_delete<float[]>());
