@@ -1,11 +1,11 @@
 #pragma once
 
+#include "ArrayMemory.h"
+
 #include <vtkSmartPointer.h>
 #include <vtkType.h>
 
 #include <algorithm>
-#include <cstddef>
-#include <memory>
 #include <mutex>
 #include <vector>
 
@@ -29,7 +29,7 @@ public:
             return fresh(tuples, components);
 
         // Shorter than its memory when fewer points were kept of the frame before.
-        (*found)->SetNumberOfTuples(tuples);
+        resizeWithin(**found, tuples);
         (*found)->Modified();
         return *found;
     }
@@ -43,17 +43,10 @@ private:
 
     vtkSmartPointer<Array> fresh(vtkIdType tuples, int components)
     {
-        using Value = typename Array::ValueType;
         // Frames of another size are over.
         arrays.erase(std::remove_if(arrays.begin(), arrays.end(), isIdle), arrays.end());
-        // VTK's own allocation tells the console when it fails.
-        const vtkIdType size = tuples * components;
-        std::unique_ptr<Value[]> memory(new Value[static_cast<std::size_t>(size)]);
-        auto array = vtkSmartPointer<Array>::New();
-        array->SetNumberOfComponents(components);
-        array->SetArray(memory.release(), size, 0, Array::VTK_DATA_ARRAY_DELETE);
-        arrays.push_back(array);
-        return array;
+        arrays.push_back(freshArray<Array>(tuples, components));
+        return arrays.back();
     }
 
     std::mutex mutex;

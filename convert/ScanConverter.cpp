@@ -125,7 +125,7 @@ Scan ScanConverter::convert(const float *heights, int width, int height, bool sh
     GridSampler sampler(grid, showZero, samplePoints);
     const vtkIdType kept = showZero ? writeGrid(grid, begin, range, extent, sampler)
                                     : writeNoZero(grid, begin, range, extent, sampler);
-    xyz->SetNumberOfTuples(kept);
+    resizeWithin(*xyz, kept);
     if (grid.count() == 0 && heights)
         addIgnored(range, heights, width, height);
 

@@ -4,7 +4,6 @@
 #include "PointCloud.h"
 
 #include <vtkFloatArray.h>
-#include <vtkNew.h>
 #include <vtkPoints.h>
 #include <vtkPolyData.h>
 
@@ -140,7 +139,7 @@ Subsample GridSampler::result() const
 {
     if (!xyz)
         return {};
-    xyz->SetNumberOfTuples(pointCount());
+    resizeWithin(*xyz, pointCount());
     return {cloudOver(xyz), std::max(step.columns, step.rows)};
 }
 
@@ -158,9 +157,7 @@ Subsample cloudSubsample(vtkPoints &points)
     if (kept < expected / 4 || kept > 4 * expected)
         ids = eachOfMany(count, step);
 
-    vtkNew<vtkFloatArray> chosen;
-    chosen->SetNumberOfComponents(3);
-    chosen->SetNumberOfTuples(static_cast<vtkIdType>(ids.size()));
+    const auto chosen = freshArray<vtkFloatArray>(static_cast<vtkIdType>(ids.size()), 3);
     float *point = chosen->GetPointer(0);
     for (const vtkIdType id : ids)
         point = std::copy_n(xyz + 3 * id, 3, point);

@@ -142,6 +142,11 @@ private Q_SLOTS:
         const Scan third = converter.convert(heights.data(), 100, 100, true);
         QCOMPARE(coordinates(*third.cloud), memory);
         QCOMPARE(coordinates(*third.cloud)[17], 4321.0f);
+
+        const Heights zeros(heights.size());
+        const Scan blank = converter.convert(zeros.data(), 100, 100, false);
+        QCOMPARE(blank.cloud->GetNumberOfPoints(), 0);
+        QCOMPARE(blank.cloud->GetPoints()->GetData()->GetSize(), 3 * vtkIdType(zeros.size()));
     }
 
     void subsampleKeepsRowsAndColumns_data()

@@ -1,5 +1,6 @@
 #include "GuiTest.h"
 
+#include "HeightBuffers.h"
 #include "Olvik3DViewerWidget.h"
 #include "ProcessData.h"
 
@@ -53,6 +54,13 @@ private Q_SLOTS:
         QCOMPARE(bound.size(), std::size_t{2});
         QTEST(bound[0], "min");
         QTEST(bound[1], "max");
+    }
+
+    void emptyRecordsAreNotNull()
+    {
+        HeightBuffers buffers;
+        for (int i = 0; i < 3; ++i)
+            QVERIFY(buffers.copyOf(nullptr, 0, 4).GetRawPtr());
     }
 
     void requestOfABuffer_data()
