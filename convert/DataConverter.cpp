@@ -1,6 +1,8 @@
 #include "DataConverter.h"
 
+#include "ArrayMemory.h"
 #include "GridRows.h"
+#include "PointCloud.h"
 #include "Truncate.h"
 
 #include <vtkFloatArray.h>
@@ -22,26 +24,6 @@ struct DistanceScale
     float min;
     float range;
 };
-
-/// Points of undefined content.
-vtkSmartPointer<vtkPoints> sizedPoints(std::int64_t count)
-{
-    auto points = vtkSmartPointer<vtkPoints>::New();
-    points->SetNumberOfPoints(count);
-    return points;
-}
-
-float *coordinates(vtkPoints *points)
-{
-    return static_cast<float *>(points->GetVoidPointer(0));
-}
-
-vtkSmartPointer<vtkPolyData> polyDataOf(vtkPoints *points)
-{
-    auto polyData = vtkSmartPointer<vtkPolyData>::New();
-    polyData->SetPoints(points);
-    return polyData;
-}
 
 void swapCoordinates(vtkFloatArray &xyz)
 {
@@ -164,33 +146,33 @@ QImage rangeMap(
 vtkSmartPointer<vtkPoints> DataConverter::convertToPointData(float *buffer, int w, int h)
 {
     const HeightGrid grid(buffer, w, h);
-    auto points = sizedPoints(grid.count());
-    float *out = coordinates(points);
+    const auto xyz = freshArray<vtkFloatArray>(grid.count(), 3);
+    float *out = xyz->GetPointer(0);
     for (std::int64_t row = 0; row < grid.rows(); ++row)
         out = writeRow(row, grid.row(row), grid.samplesIn(row), out);
-    return points;
+    return pointsOver(xyz);
 }
 
 vtkSmartPointer<vtkPoints> DataConverter::convertToPointDataNoZero(float *buffer, int w, int h)
 {
     const HeightGrid grid(buffer, w, h);
-    auto points = sizedPoints(grid.count());
-    float *const begin = coordinates(points);
+    const auto xyz = freshArray<vtkFloatArray>(grid.count(), 3);
+    float *const begin = xyz->GetPointer(0);
     float *out = begin;
     for (std::int64_t row = 0; row < grid.rows(); ++row)
         out = writeRowNoZero(row, grid.row(row), grid.samplesIn(row), out);
-    points->Resize((out - begin) / 3);
-    return points;
+    xyz->Resize((out - begin) / 3);
+    return pointsOver(xyz);
 }
 
 vtkSmartPointer<vtkPolyData> DataConverter::convertToPolyData(float *buffer, int w, int h)
 {
-    return polyDataOf(convertToPointData(buffer, w, h));
+    return cloudOver(convertToPointData(buffer, w, h));
 }
 
 vtkSmartPointer<vtkPolyData> DataConverter::convertToPolyDataNoZero(float *buffer, int w, int h)
 {
-    return polyDataOf(convertToPointDataNoZero(buffer, w, h));
+    return cloudOver(convertToPointDataNoZero(buffer, w, h));
 }
 
 void DataConverter::swapzy(const vtkSmartPointer<vtkPoints> &points)

@@ -1,10 +1,13 @@
 #include "PlyReader.h"
 
+#include "ArrayMemory.h"
 #include "PlyHeader.h"
+#include "PointCloud.h"
 
 #include <QFile>
 #include <QFileInfo>
 
+#include <vtkFloatArray.h>
 #include <vtkNew.h>
 #include <vtkPLYReader.h>
 #include <vtkPointData.h>
@@ -135,11 +138,10 @@ bool holdsOnlyCoordinates(const PlyHeader &header)
 
 /// The viewer's own files, in a fraction of the time that VTK takes: the operator waits.
 /// \return null for anything that VTK might read otherwise
-vtkSmartPointer<vtkPoints> readCoordinates(std::string_view text, const PlyHeader &header)
+vtkSmartPointer<vtkFloatArray> readCoordinates(std::string_view text, const PlyHeader &header)
 {
-    auto points = vtkSmartPointer<vtkPoints>::New();
-    points->SetNumberOfPoints(header.vertexCount);
-    auto *coordinates = static_cast<float *>(points->GetVoidPointer(0));
+    auto xyz = freshArray<vtkFloatArray>(header.vertexCount, 3);
+    float *coordinates = xyz->GetPointer(0);
     const char *position = text.data();
     const char *end = position + text.size();
     for (qint64 i = 0; i < header.vertexCount; ++i) {
@@ -150,7 +152,7 @@ vtkSmartPointer<vtkPoints> readCoordinates(std::string_view text, const PlyHeade
         if (!position)
             return nullptr;
     }
-    return points;
+    return xyz;
 }
 
 /// \return what stands behind the header as far as vertices may reach; empty when the file holds
@@ -181,9 +183,7 @@ std::string textForVtk(std::string data, const PlyHeader &header)
 
 vtkSmartPointer<vtkPolyData> emptyCloud()
 {
-    auto cloud = vtkSmartPointer<vtkPolyData>::New();
-    cloud->SetPoints(vtkNew<vtkPoints>());
-    return cloud;
+    return cloudOver(vtkNew<vtkPoints>());
 }
 
 vtkSmartPointer<vtkPolyData> cloudFrom(vtkPLYReader &reader)
@@ -218,14 +218,10 @@ vtkSmartPointer<vtkPolyData> read(QFile &file)
     std::string data = header ? vertexData(file, *header) : std::string();
     if (data.empty())
         return emptyCloud();
-    vtkSmartPointer<vtkPoints> points;
+    vtkSmartPointer<vtkFloatArray> xyz;
     if (holdsOnlyCoordinates(*header))
-        points = readCoordinates(data, *header);
-    if (!points)
-        return readByVtk(std::move(data), *header);
-    vtkSmartPointer<vtkPolyData> cloud = emptyCloud();
-    cloud->SetPoints(points);
-    return cloud;
+        xyz = readCoordinates(data, *header);
+    return xyz ? cloudOver(xyz) : readByVtk(std::move(data), *header);
 }
 
 } // namespace

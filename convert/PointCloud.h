@@ -3,7 +3,12 @@
 #include <vtkSmartPointer.h>
 
 class vtkFloatArray;
+class vtkPoints;
 class vtkPolyData;
 
-/// A cloud without cells over three coordinates a point, which stay where they are.
+/// Points over three coordinates each, which stay where they are.
+vtkSmartPointer<vtkPoints> pointsOver(vtkFloatArray *xyz);
+
+/// A cloud without cells over the same, or over points.
 vtkSmartPointer<vtkPolyData> cloudOver(vtkFloatArray *xyz);
+vtkSmartPointer<vtkPolyData> cloudOver(vtkPoints *points);

@@ -8,7 +8,10 @@
 
 #include <cstdlib>
 #include <limits>
+#include <new>
 #include <vector>
+
+#include <sys/resource.h>
 
 namespace {
 
@@ -81,6 +84,23 @@ private Q_SLOTS:
         QCOMPARE(DataConverter::convertToPolyData(&one, w, h)->GetNumberOfPoints(), 0);
         QCOMPARE(DataConverter::convertToPolyDataNoZero(&one, w, h)->GetNumberOfPoints(), 0);
         QVERIFY(DataConverter::generateImageRangeMap(&one, w, h, out, true, Gradient()).isNull());
+    }
+
+    /// Whatever the console is told fails the test.
+    void noMemoryIsAnException()
+    {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+        QSKIP("the sanitizer's own allocator ends the process");
+#endif
+        rlimit before;
+        getrlimit(RLIMIT_AS, &before);
+        const rlimit fourGigabytes = {4UL << 30, before.rlim_max};
+        setrlimit(RLIMIT_AS, &fourGigabytes);
+        float one = 1.0f;
+        for (const auto convert :
+            {DataConverter::convertToPolyData, DataConverter::convertToPolyDataNoZero})
+            QVERIFY_EXCEPTION_THROWN(convert(&one, 40000, 40000), std::bad_alloc);
+        setrlimit(RLIMIT_AS, &before);
     }
 
     void minimumNeedsASampleThatIsNoNewMaximum()
