@@ -1,7 +1,9 @@
 #include "CloudPoints.h"
 
+#include "ArrayMemory.h"
 #include "ColorLookup.h"
 #include "ParallelFor.h"
+#include "PointCloud.h"
 
 #include <vtkFloatArray.h>
 #include <vtkNew.h>
@@ -49,10 +51,10 @@ vtkSmartPointer<vtkPolyData> sharedCloud(vtkPolyData &cloud)
 
 vtkSmartPointer<vtkPolyData> copiedCloud(vtkPolyData &cloud)
 {
-    auto copy = vtkSmartPointer<vtkPolyData>::New();
-    vtkNew<vtkPoints> points;
-    points->DeepCopy(cloud.GetPoints());
-    copy->SetPoints(points);
+    vtkPoints *points = cloud.GetPoints();
+    const auto xyz = freshArray<vtkFloatArray>(points->GetNumberOfPoints(), 3);
+    std::copy_n(coordinates(*points), xyz->GetNumberOfValues(), xyz->GetPointer(0));
+    vtkSmartPointer<vtkPolyData> copy = cloudOver(xyz);
     copy->GetPointData()->DeepCopy(cloud.GetPointData());
     return copy;
 }

@@ -16,6 +16,8 @@ vtkPoints *ensureFloatPoints(vtkPolyData &cloud);
 vtkSmartPointer<vtkPolyData> sharedCloud(vtkPolyData &cloud);
 
 /// Another cloud with copies of the points and point attributes, without cells.
+/// \param cloud points as 32-bit floats
+/// \throws std::bad_alloc when there is no memory for it
 vtkSmartPointer<vtkPolyData> copiedCloud(vtkPolyData &cloud);
 
 /// Scales in place; three factors of 1 leave the cloud untouched.

@@ -12,7 +12,7 @@
 #include <vtkPoints.h>
 
 #include <atomic>
-#include <cstdlib>
+#include <cstddef>
 #include <functional>
 #include <limits>
 #include <new>
@@ -22,37 +22,17 @@ namespace {
 constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
 std::atomic<std::size_t> largestBlock{unlimited};
 
-void *allocate(std::size_t size)
-{
-    void *block = size <= largestBlock ? std::malloc(size) : nullptr;
-    return block ? block : throw std::bad_alloc();
-}
-
 } // namespace
 
-void *operator new(std::size_t size)
+extern "C" {
+
+// The C library's own.
+void *__libc_malloc(std::size_t size); // NOLINT(bugprone-reserved-identifier)
+
+Q_DECL_EXPORT void *malloc(std::size_t size)
 {
-    return allocate(size);
+    return size <= largestBlock ? __libc_malloc(size) : nullptr;
 }
-void *operator new[](std::size_t size)
-{
-    return allocate(size);
-}
-void operator delete(void *block) noexcept
-{
-    std::free(block);
-}
-void operator delete[](void *block) noexcept
-{
-    std::free(block);
-}
-void operator delete(void *block, std::size_t) noexcept
-{
-    std::free(block);
-}
-void operator delete[](void *block, std::size_t) noexcept
-{
-    std::free(block);
 }
 
 namespace {
@@ -70,9 +50,15 @@ vtkSmartPointer<vtkPolyData> slope()
     return cloud;
 }
 
-void load(Olvik3DViewerWidget &view)
+void load(Olvik3DViewerWidget &view, const vtkSmartPointer<vtkPolyData> &cloud)
 {
-    view.loadPolyData(slope(), {0, side, 0, side, 0, side}, {0, side});
+    view.loadPolyData(cloud, {0, side, 0, side, 0, side}, {0, side});
+}
+
+void refuseToDraw(vtkObject *, unsigned long, void *, void *)
+{
+    if (largestBlock < unlimited)
+        throw std::bad_alloc();
 }
 
 } // namespace
@@ -92,13 +78,9 @@ private Q_SLOTS:
         QTest::newRow("colours") << Step([](auto &view) { view.setColorMode(UserGradient); });
         QTest::newRow("drawing") << Step([](auto &view) {
             vtkNew<vtkCallbackCommand> upload;
-            upload->SetCallback([](vtkObject *, unsigned long, void *, void *) {
-                if (largestBlock < unlimited)
-                    throw std::bad_alloc();
-            });
+            upload->SetCallback(refuseToDraw);
             view.renderWindow()->GetRenderers()->GetFirstRenderer()->AddObserver(
                 vtkCommand::StartEvent, upload);
-            load(view);
         });
     }
 
@@ -109,7 +91,7 @@ private Q_SLOTS:
         view.resize(300, 300);
         view.show();
         QVERIFY(QTest::qWaitForWindowExposed(&view));
-        load(view);
+        load(view, slope());
         QTRY_VERIFY(view.getAxisVisibility());
         view.showAxes(false);
         const int lit = SceneProbe(view).litPixels();
@@ -117,7 +99,9 @@ private Q_SLOTS:
 
         QTest::ignoreMessage(
             QtWarningMsg, QRegularExpression("^3D viewer: a picture was dropped: "));
+        const vtkSmartPointer<vtkPolyData> next = slope();
         largestBlock = 200'000;
+        QVERIFY_EXCEPTION_THROWN(load(view, next), std::bad_alloc);
         step(view);
         QTest::qWait(300);
         view.onRenderNoCamera();
@@ -126,7 +110,7 @@ private Q_SLOTS:
         view.setColorMode(Auto);
         view.setAxesScale(1, 1, 1);
         QTest::qWait(50);
-        load(view);
+        load(view, next);
         QTRY_COMPARE(SceneProbe(view).litPixels(), lit);
     }
 };
