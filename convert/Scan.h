@@ -19,6 +19,5 @@ struct Scan
     /// Of the points whose coordinates are finite, each coordinate on its own.
     std::array<double, 6> box = unknownBox;
     Subsample subsample; ///< without a cloud: small enough to do without, or not known yet
-    float spacing = 1.0f; ///< of neighbours in the full cloud: columns or rows, in scene units
     bool isHandedOver = false; ///< nobody else looks at the points: they can be kept without a copy
 };

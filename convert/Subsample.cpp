@@ -46,12 +46,25 @@ private:
     int modulus;
 };
 
-std::vector<vtkIdType> inColumnsAndProfiles(const float *xyz, vtkIdType count, int step)
+/// Distances of neighbours in a cloud of profiles.
+struct Pitch
+{
+    float columns;
+    float profiles;
+};
+
+Pitch pitchOf(const float *xyz, vtkIdType count)
 {
     // Where a profile ends shows within the first two of them, at most 65536 values long.
     const vtkIdType looked = std::min<vtkIdType>(count, 200'000);
-    const KeptValues keepsColumn(spacing(xyz, looked), step);
-    const KeptValues keepsProfile(spacing(xyz + 1, looked), step);
+    return {spacing(xyz, looked), spacing(xyz + 1, looked)};
+}
+
+std::vector<vtkIdType> inColumnsAndProfiles(
+    const float *xyz, vtkIdType count, const Pitch &pitch, int step)
+{
+    const KeptValues keepsColumn(pitch.columns, step);
+    const KeptValues keepsProfile(pitch.profiles, step);
     std::vector<vtkIdType> ids;
     ids.reserve(static_cast<std::size_t>(2 * count / step / step + 1));
     for (vtkIdType i = 0; i < count; ++i) {
@@ -140,7 +153,7 @@ Subsample GridSampler::result() const
     if (!xyz)
         return {};
     resizeWithin(*xyz, pointCount());
-    return {cloudOver(xyz), std::max(step.columns, step.rows)};
+    return {cloudOver(xyz), std::max(step.columns, step.rows), 1.0f};
 }
 
 Subsample cloudSubsample(vtkPoints &points)
@@ -151,15 +164,17 @@ Subsample cloudSubsample(vtkPoints &points)
 
     const auto *xyz = static_cast<const float *>(points.GetVoidPointer(0));
     const int step = squareOf(count);
-    std::vector<vtkIdType> ids = inColumnsAndProfiles(xyz, count, step);
+    const Pitch pitch = pitchOf(xyz, count);
+    std::vector<vtkIdType> ids = inColumnsAndProfiles(xyz, count, pitch, step);
     const auto kept = static_cast<vtkIdType>(ids.size());
     const vtkIdType expected = count / step / step;
-    if (kept < expected / 4 || kept > 4 * expected)
+    const bool areProfiles = kept >= expected / 4 && kept <= 4 * expected;
+    if (!areProfiles)
         ids = eachOfMany(count, step);
 
     const auto chosen = freshArray<vtkFloatArray>(static_cast<vtkIdType>(ids.size()), 3);
     float *point = chosen->GetPointer(0);
     for (const vtkIdType id : ids)
         point = std::copy_n(xyz + 3 * id, 3, point);
-    return {cloudOver(chosen), step};
+    return {cloudOver(chosen), step, areProfiles ? std::max(pitch.columns, pitch.profiles) : 1.0f};
 }

@@ -21,6 +21,7 @@ struct Subsample
 {
     vtkSmartPointer<vtkPolyData> cloud; ///< null for a cloud that is within the budget
     int step = 1; ///< distance of neighbours, in columns or rows
+    float spacing = 1.0f; ///< of neighbours in the full cloud, in scene units; a guess without rows
 };
 
 /// Picks the points of each step-th sample in each step-th row of a grid, while its rows are in the

@@ -72,7 +72,7 @@ void CloudActor::show(const Scan &scan, CloudMapper &full)
     coarse->setCloudBounds(scan.box);
     coarse->SetInputData(scan.subsample.cloud);
     coarseStep = scan.subsample.step;
-    spacing = static_cast<double>(scan.spacing);
+    spacing = static_cast<double>(scan.subsample.spacing);
 }
 
 PointRange CloudActor::nextPart() const

@@ -51,7 +51,7 @@ void ScanPreparer::scale(Scan &drawn, const Factors &factors)
     replacePoints(*drawn.cloud, factors);
     if (drawn.subsample.cloud)
         replacePoints(*drawn.subsample.cloud, factors);
-    drawn.spacing = std::max(factors[0], factors[1]);
+    drawn.subsample.spacing *= std::max(factors[0], factors[1]);
     drawn.box = scaledBox(drawn.box, factors);
     // Beyond the largest float only a look at all points tells.
     if (!isFinite(drawn.box.data()))

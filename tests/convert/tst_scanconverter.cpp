@@ -190,6 +190,22 @@ private Q_SLOTS:
             }
         }
     }
+
+    void theSpacingOfAForeignCloudIsFound()
+    {
+        const Heights heights = sparse(900 * 1000);
+        const Scan scan = ScanConverter().convert(heights.data(), 900, 1000, true);
+        vtkPoints &points = *scan.cloud->GetPoints();
+        auto *xyz = static_cast<float *>(points.GetVoidPointer(0));
+        for (vtkIdType i = 0; i < points.GetNumberOfPoints(); ++i, xyz += 3) {
+            xyz[0] *= 0.01f;
+            xyz[1] *= 0.03f;
+        }
+        const Subsample subsample = cloudSubsample(points);
+        QVERIFY(qAbs(subsample.spacing - 0.03f) < 1e-4f);
+        const vtkIdType all = scan.subsample.cloud->GetNumberOfPoints();
+        QVERIFY(qAbs(subsample.cloud->GetNumberOfPoints() - all) < all / 20);
+    }
 };
 
 QTEST_GUILESS_MAIN(TestScanConverter)
