@@ -46,10 +46,14 @@ install(FILES "${PROJECT_BINARY_DIR}/olvik3dviewer.pc"
     DESTINATION ${olvik_pkgconfig_dir}
     COMPONENT development)
 
-install(DIRECTORY docs/
+# Side by side as in the source tree: the guides link to the examples.
+install(DIRECTORY docs
     DESTINATION ${CMAKE_INSTALL_DOCDIR}
     COMPONENT development
     FILES_MATCHING PATTERN *.md PATTERN *.png)
+install(DIRECTORY examples/common examples/embedded examples/minimal
+    DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples
+    COMPONENT development)
 install(FILES LICENSE
     DESTINATION ${CMAKE_INSTALL_DOCDIR}
     COMPONENT licence)
