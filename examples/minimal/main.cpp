@@ -13,9 +13,11 @@ int main(int argc, char *argv[])
 
     constexpr int width = 512, profiles = 384;
     std::vector<float> heights;
-    for (int i = 0; i < width * profiles; ++i) {
-        const float r = std::hypot(float(i % width - width / 2), float(i / width - profiles / 2));
-        heights.push_back(60 + 50 * std::cos(r / 16) * std::exp(-r / 120));
+    for (int y = -profiles / 2; y < profiles / 2; ++y) {
+        for (int x = -width / 2; x < width / 2; ++x) {
+            const float r = std::hypot(float(x), float(y));
+            heights.push_back(60 + 50 * std::cos(r / 16) * std::exp(-r / 120));
+        }
     }
     viewer.setBuffer(heights.data(), width, profiles);
     return QApplication::exec();

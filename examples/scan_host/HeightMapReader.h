@@ -23,7 +23,7 @@ class HeightMapReader
 public:
     static constexpr int largestSide = 65536;
     /// Keeps a damaged header from asking for all the memory of the machine.
-    static constexpr qint64 largestPointCount = 64 * 1024 * 1024;
+    static constexpr qint64 largestPointCount = qint64{64} * 1024 * 1024;
 
     /// \return whether a file of this name holds nothing but heights, so that read() needs a width
     static bool isRaw(const QString &path);
