@@ -88,6 +88,10 @@ Rechtsklick: Bearbeiten</translation>
 <context>
     <name>GradientMessages</name>
     <message>
+        <source>Another gradient has this name already. Please choose another name.</source>
+        <translation>Ein anderer Farbverlauf heißt schon so. Bitte wählen Sie einen anderen Namen.</translation>
+    </message>
+    <message>
         <source>Error</source>
         <translation>Fehler</translation>
     </message>

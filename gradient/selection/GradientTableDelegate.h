@@ -11,7 +11,8 @@
 /// that is clicked again or double-clicked. GUI thread only.
 ///
 /// Views call it from the event loop, so it throws nothing: what could not be saved or opened it
-/// tells the user in a message box.
+/// tells the user in a message box. While the dialog is open, neither the delegate nor the view may
+/// be deleted: both are in the middle of a click.
 class OLVIK3DVIEWER_EXPORT GradientTableDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

@@ -19,9 +19,12 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QMainWindow>
-#include <QMessageBox>
+#include <QPersistentModelIndex>
+#include <QPointer>
 #include <QPushButton>
 #include <QResizeEvent>
+#include <QScopedValueRollback>
+#include <QShortcut>
 #include <QStandardPaths>
 #include <QTableView>
 #include <QToolBar>
@@ -153,6 +156,19 @@ void GradientTableWidget::buildTable()
         | QAbstractItemView::EditKeyPressed);
     table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     table->verticalHeader()->hide();
+    setUpKeys();
+}
+
+void GradientTableWidget::setUpKeys()
+{
+    table->setTabKeyNavigation(false);
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+        // Not the view's activated(), which a single click may send, too. With the focus in a name
+        // that is edited in place the key stays there.
+        auto *shortcut = new QShortcut(key, table);
+        shortcut->setContext(Qt::WidgetShortcut);
+        connect(shortcut, &QShortcut::activated, this, &GradientTableWidget::editCurrentRow);
+    }
 }
 
 QToolBar *GradientTableWidget::buildToolBar()
@@ -161,14 +177,19 @@ QToolBar *GradientTableWidget::buildToolBar()
     toolBar->setMovable(false);
     toolBar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     const auto add = [&](const char *image, const QString &text,
-                         void (GradientTableWidget::*slot)()) {
+                         void (GradientTableWidget::*slot)(), const QKeySequence &key = {}) {
         auto *action = new QAction(icon(image), text, this);
+        action->setShortcut(key);
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         connect(action, &QAction::triggered, this, slot);
         toolBar->addAction(action);
+        return action;
     };
-    add("new.png", tr("&New"), &GradientTableWidget::onNewClick);
+    addAction(add("new.png", tr("&New"), &GradientTableWidget::onNewClick, QKeySequence::New));
     add("copy.png", tr("&Duplicate"), &GradientTableWidget::onDuplicateClick);
-    add("delete.png", tr("&Delete"), &GradientTableWidget::onDeleteClick);
+    // The key deletes only where the selected row has the focus, not from the combo box.
+    table->addAction(
+        add("delete.png", tr("&Delete"), &GradientTableWidget::onDeleteClick, Qt::Key_Delete));
     return toolBar;
 }
 
@@ -192,6 +213,9 @@ void GradientTableWidget::setUpSelector(QComboBox &selector) const
     connect(&selector, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
         &GradientTableWidget::onComboIndexChanged);
     connect(this, &GradientTableWidget::comboIndexChanged, &selector, &QComboBox::setCurrentIndex);
+    // After a removal the row may be the same and hold another gradient.
+    connect(this, &GradientTableWidget::comboIndexChanged, &selector,
+        QOverload<>::of(&QWidget::update));
     // Holds the model as long as the selector shows it.
     connect(&selector, &QObject::destroyed, &selector, [model = comboModel] { Q_UNUSED(model) });
     restoreAfterOtherSelectors();
@@ -241,7 +265,8 @@ QWidgetAction *GradientTableWidget::getOpenAction()
     auto *action = new QWidgetAction(this);
     action->setIcon(wheelIcon());
     action->setText(tr("Gradient"));
-    connect(action, &QAction::triggered, this, &QWidget::show, Qt::DirectConnection);
+    connect(action, &QAction::triggered, this, &GradientTableWidget::bringToFront,
+        Qt::DirectConnection);
     return action;
 }
 
@@ -252,17 +277,26 @@ QPushButton *GradientTableWidget::getOpenWidget()
     button->setIconSize(openIconSize);
     button->setToolTip(tr("Gradient"));
     button->setFlat(true);
-    connect(button, &QPushButton::clicked, this, &QWidget::show);
+    connect(button, &QPushButton::clicked, this, &GradientTableWidget::bringToFront);
     return button;
+}
+
+void GradientTableWidget::bringToFront()
+{
+    show();
+    window()->setWindowState(window()->windowState() & ~Qt::WindowMinimized);
+    window()->raise();
+    window()->activateWindow();
 }
 
 void GradientTableWidget::onComboIndexChanged(int index)
 {
     if (isResetting || isSwitching || index >= comboModel->rowCount())
         return;
-    isSwitching = true;
-    Q_EMIT comboIndexChanged(index);
-    isSwitching = false;
+    {
+        const QScopedValueRollback<bool> switching(isSwitching, true);
+        Q_EMIT comboIndexChanged(index);
+    }
     try {
         currentGradient = comboModel->getGradientAt(index);
         Q_EMIT currentGradientChanged();
@@ -292,19 +326,59 @@ bool GradientTableWidget::editNewGradient(std::shared_ptr<Gradient> gradient)
     return dialog.exec() == QDialog::Accepted;
 }
 
-/// Called from the event loop, which lets no exception through.
-bool GradientTableWidget::editAndInsert(const std::shared_ptr<Gradient> &gradient)
+/// Called from the event loop, which lets no exception through. False when the user cancels, and
+/// when the host has deleted the manager meanwhile.
+bool GradientTableWidget::runBuilder(const std::shared_ptr<Gradient> &gradient)
 {
+    const QPointer<GradientTableWidget> self(this);
     try {
-        if (!editNewGradient(gradient))
-            return false;
+        return editNewGradient(gradient) && self;
     } catch (const std::exception &) {
-        tellGradientLacksAnEnd(this);
+        tellGradientLacksAnEnd(self);
         return false;
     }
-    if (!tableModel->insertGradient(gradient))
+}
+
+/// Again and again: what the user has made is not lost with a full disk.
+bool GradientTableWidget::editAndInsert(const std::shared_ptr<Gradient> &gradient)
+{
+    const QPointer<GradientTableWidget> self(this);
+    while (self && runBuilder(gradient)) {
+        if (insert(gradient))
+            return true;
+    }
+    return false;
+}
+
+/// Tells the user what fails; the manager may be gone afterwards.
+bool GradientTableWidget::insert(const std::shared_ptr<Gradient> &gradient)
+{
+    const QString name = gradient->getName();
+    const bool isEntry = collection->getGradients().contains(gradient);
+    if (!isEntry && !name.isEmpty() && collection->checkNameExists(name)) {
+        tellGradientNameIsTaken(this);
+        return false;
+    }
+    const bool isSaved = tableModel->insertGradient(gradient);
+    forgetMissingRows();
+    if (!isSaved)
         tellGradientsNotSaved(this);
-    return true;
+    return isSaved;
+}
+
+/// The model announces a row even when the collection has refused its gradient.
+void GradientTableWidget::forgetMissingRows()
+{
+    if (table->verticalHeader()->count() == tableModel->rowCount())
+        return;
+
+    const QModelIndexList selected = table->selectionModel()->selectedRows();
+    const QModelIndex current = table->currentIndex();
+    table->verticalHeader()->reset();
+    table->reset();
+    table->setCurrentIndex(current);
+    if (selected.isEmpty())
+        table->clearSelection();
 }
 
 void GradientTableWidget::onNewClick()
@@ -317,24 +391,53 @@ void GradientTableWidget::onNewClick()
 
 void GradientTableWidget::onDuplicateClick()
 {
+    const QPointer<GradientTableWidget> self(this);
     for (const int row : selectedRows()) {
+        const bool isDone = editAndInsert(collection->getGradientAt(row));
+        if (!self)
+            return;
         // The edits are in the gradient itself, which may be the one on screen.
-        if (editAndInsert(collection->getGradientAt(row)))
+        if (isDone)
             Q_EMIT currentGradientChanged();
     }
 }
 
 void GradientTableWidget::onDeleteClick()
 {
+    const QPointer<GradientTableWidget> self(this);
     for (const int row : selectedRows()) {
         const QString name = collection->getGradientAt(row)->getName();
         qDebug() << name;
         if (isBuiltIn(name))
-            QMessageBox::information(
-                this, tr("Cannot delete"), tr("The Default gradient cannot be deleted"));
-        else if (!tableModel->removeRow(row))
-            tellGradientsNotSaved(this);
+            showGradientMessage(this, QMessageBox::Information, tr("Cannot delete"),
+                tr("The Default gradient cannot be deleted"));
+        else
+            remove(row);
+        if (!self)
+            return;
     }
+}
+
+void GradientTableWidget::remove(int row)
+{
+    const bool isSaved = tableModel->removeRow(row);
+    // The selectors are not told of a removal: they show what has moved into their row.
+    onComboIndexChanged(qMax(0, collection->getGradients().indexOf(currentGradient)));
+    if (!isSaved)
+        tellGradientsNotSaved(this);
+}
+
+/// As a click on the row does it.
+void GradientTableWidget::editCurrentRow()
+{
+    const QPersistentModelIndex edited = table->currentIndex();
+    if (!edited.isValid() || edited.row() >= collection->size()
+        || !runBuilder(collection->getGradientAt(edited.row())))
+        return;
+
+    if (edited.isValid())
+        tableModel->mydataChanged(edited);
+    Q_EMIT currentGradientChanged();
 }
 
 /// Only rows that the collection has: a refused insertion is announced nevertheless.

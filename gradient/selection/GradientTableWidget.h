@@ -22,6 +22,10 @@ class QWidgetAction;
 /// follow it and lead it.
 ///
 /// Owns the gradients' file. Failures of saving end in a message to the user. GUI thread only.
+///
+/// It may be deleted while a dialog is open that the tool bar, a key or a slot opened; the dialog
+/// then ends in nothing. Not so while a dialog is open from a click into the table, whose view Qt
+/// goes on using: hide the manager then, and delete it when the dialog has been closed.
 class OLVIK3DVIEWER_EXPORT GradientTableWidget : public QWidget
 {
     Q_OBJECT
@@ -46,9 +50,9 @@ public:
 
     /// Another selector, which the caller owns; it may outlive the manager.
     QComboBox *getSelector() const;
-    /// An action that opens the manager's window; owned by the manager.
+    /// An action that opens the manager's window or brings it to the front; owned by the manager.
     QWidgetAction *getOpenAction();
-    /// A button that opens the manager's window; owned by the manager until it is placed.
+    /// A button that does the same; owned by the manager until it is placed.
     QPushButton *getOpenWidget();
 
 Q_SIGNALS:
@@ -58,9 +62,12 @@ Q_SIGNALS:
     void comboIndexChanged(int index);
 
 public Q_SLOTS:
+    /// Opens the builder again when the gradient cannot be saved or its name is taken, until it is
+    /// in the list or the user cancels.
     void onNewClick();
     void onDuplicateClick();
-    /// The built-in gradients are kept, with a message.
+    /// The built-in gradients are kept, with a message. After the current gradient the first one
+    /// becomes current.
     void onDeleteClick();
     /// Makes the gradient of a row the current one. Rows past the end change nothing; a negative
     /// one clears the selectors but keeps the current gradient.
@@ -79,9 +86,16 @@ private:
     void buildTable();
     void buildLayout();
     QToolBar *buildToolBar();
+    void setUpKeys();
     void setUpSelector(QComboBox &selector) const;
     void restoreAfterOtherSelectors() const;
+    void bringToFront();
+    bool runBuilder(const std::shared_ptr<Gradient> &gradient);
     bool editAndInsert(const std::shared_ptr<Gradient> &gradient);
+    bool insert(const std::shared_ptr<Gradient> &gradient);
+    void forgetMissingRows();
+    void remove(int row);
+    void editCurrentRow();
     QList<int> selectedRows() const;
 
     QTableView *table = nullptr;

@@ -2,24 +2,30 @@
 
 #include "ColorSelection.h"
 #include "GradientBuilderDialog.h"
+#include "GradientTableModel.h"
 #include "GradientTableWidget.h"
 
 #include <QAbstractItemModelTester>
 #include <QComboBox>
 #include <QDir>
+#include <QHeaderView>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTableView>
 #include <QTimer>
+#include <QWidgetAction>
 
+#include <exception>
 #include <functional>
+#include <utility>
 
 namespace {
 
@@ -50,6 +56,17 @@ QStringList namesInFile()
     return names;
 }
 
+void writeCollection(const QStringList &names)
+{
+    QJsonArray records;
+    for (const QString &name : names)
+        records.append(QJsonObject{{"name", name}});
+    QDir().mkpath(filePath(""));
+    QFile file(filePath());
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(QJsonDocument(QJsonObject{{"gradients", records}}).toJson());
+}
+
 /// Answers each modal dialog that opens, like a user who takes a moment.
 class User : public QObject
 {
@@ -58,7 +75,7 @@ public:
         : edit(std::move(edits))
     {
         connect(&timer, &QTimer::timeout, this, &User::answer);
-        timer.start(250);
+        timer.start(200);
     }
     QStringList told;
 
@@ -66,6 +83,8 @@ private:
     void answer()
     {
         QWidget *dialog = QApplication::activeModalWidget();
+        if (dialog != std::exchange(seen, dialog))
+            return;
         if (auto *builder = qobject_cast<GradientBuilderDialog *>(dialog)) {
             edit(*builder);
         } else if (auto *box = qobject_cast<QMessageBox *>(dialog)) {
@@ -75,6 +94,7 @@ private:
     }
 
     std::function<void(GradientBuilderDialog &)> edit;
+    QPointer<QWidget> seen;
     QTimer timer;
 };
 
@@ -142,6 +162,13 @@ private Q_SLOTS:
         QCOMPARE(second->currentIndex(), -1);
         QCOMPARE(manager.getCurrentGradient()->getName(), QString("Default Color"));
         QCOMPARE(changes.size(), 1);
+
+        const QMetaObject::Connection failing = connect(&manager,
+            &GradientTableWidget::comboIndexChanged, this, [] { throw std::exception(); });
+        QVERIFY_EXCEPTION_THROWN(manager.onComboIndexChanged(0), std::exception);
+        disconnect(failing);
+        manager.onComboIndexChanged(0);
+        QCOMPARE(manager.getCurrentGradient()->getName(), QString("Default"));
     }
 
     void selectorsKeepTheirGradientWhenOneIsMade()
@@ -176,23 +203,193 @@ private Q_SLOTS:
         QCOMPARE(namesInFile().size(), 2);
     }
 
-    void deletedGradientsLeaveTheFile()
+    void selectorsFollowADeletion_data()
     {
+        QTest::addColumn<QString>("current");
+        QTest::addColumn<int>("deleted");
+        QTest::addColumn<bool>("isSaved");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("a row above") << "B" << 0 << true << "B";
+        QTest::newRow("a row above, not saved") << "C" << 1 << false << "C";
+        QTest::newRow("a row below") << "B" << 2 << true << "B";
+        QTest::newRow("the current row") << "B" << 1 << true << "A";
+        QTest::newRow("the first row") << "A" << 0 << true << "B";
+    }
+
+    void selectorsFollowADeletion()
+    {
+        QFETCH(QString, current);
+        QFETCH(int, deleted);
+        QFETCH(bool, isSaved);
+        writeCollection({"A", "B", "C"});
         GradientTableWidget manager("gradients", 0, 50, nullptr);
         watchModels(manager);
-        User user([](GradientBuilderDialog &dialog) { confirmAs(dialog, "Mine", "80"); });
-        manager.onNewClick();
-        manager.setGradientByName("Mine");
-        manager.findChild<QTableView *>()->selectRow(2);
-        QTest::ignoreMessage(QtDebugMsg, "\"Mine\"");
+        const std::unique_ptr<QComboBox> selector(manager.getSelector());
+        manager.setGradientByName(current);
+        manager.findChild<QTableView *>()->selectRow(deleted);
+        User user([](GradientBuilderDialog &) {});
+        if (!isSaved) {
+            QDir(filePath("")).removeRecursively();
+            QTest::ignoreMessage(QtWarningMsg, "Couldn't open save file.");
+        }
+        QTest::ignoreMessage(QtDebugMsg, qPrintable(QString("\"%1\"").arg(QChar('A' + deleted))));
         manager.onDeleteClick();
-        QCOMPARE(namesInFile(), QStringList({"Default", "Default Color"}));
-        // On screen until another one is chosen.
-        QCOMPARE(manager.getCurrentGradient()->getName(), QString("Mine"));
-        manager.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&manager));
+        QTEST(selector->currentText(), "expected");
+        QTEST(manager.getCurrentName(), "expected");
+        QTEST(manager.getCurrentGradient()->getName(), "expected");
+        QCOMPARE(namesInFile().size(), isSaved ? 2 : 0);
+        QCOMPARE(user.told.size(), isSaved ? 0 : 1);
+
+        QDir().mkpath(filePath(""));
+        manager.findChild<GradientTableModel *>()->insertGradient(std::make_shared<Gradient>());
+        QTEST(manager.getCurrentGradient()->getName(), "expected");
+        QTEST(selector->currentText(), "expected");
+    }
+
+    void whatCannotBeAddedIsEditedAgain_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<bool>("isFolderThere");
+        QTest::addColumn<QString>("told");
+        QTest::newRow("not saved") << "Mine" << false << "Error|The gradients could not be saved.";
+        QTest::newRow("name is taken") << "Default" << true
+                                       << "Error|Another gradient has this name already. Please "
+                                          "choose another name.";
+    }
+
+    void whatCannotBeAddedIsEditedAgain()
+    {
+        QFETCH(QString, name);
+        QFETCH(bool, isFolderThere);
+        GradientTableWidget manager("gradients", 0, 50, nullptr);
+        auto *table = manager.findChild<QTableView *>();
+        table->selectRow(1);
+        QStringList opened;
+        User user([&](GradientBuilderDialog &dialog) {
+            const QGradientStops stops = dialog.getCurrentGradient()->stops();
+            opened += QString("%1 %2 %3")
+                          .arg(dialog.getGradientName())
+                          .arg(dialog.getMax())
+                          .arg(stops.size());
+            dialog.getCurrentGradient()->addStop(0.25F, Qt::red);
+            QDir().mkpath(opened.size() > 1 ? filePath("") : "/");
+            confirmAs(dialog, opened.size() > 1 ? "Mine" : name, "80");
+        });
+        if (!isFolderThere) {
+            QDir(filePath("")).removeRecursively();
+            QTest::ignoreMessage(QtWarningMsg, "Couldn't open save file.");
+        }
         manager.onNewClick();
-        QCOMPARE(manager.getCurrentName(), QString("Mine"));
+        QCOMPARE(opened, QStringList({"New gradient 0 50 2", name + " 80 3"}));
+        QTEST(user.told.join('\n'), "told");
+        QCOMPARE(namesInFile(), QStringList({"Default", "Default Color", "Mine"}));
+        QCOMPARE(table->verticalHeader()->count(), 3);
+        QCOMPARE(table->selectionModel()->selectedRows().value(0).row(), 1);
+    }
+
+    void duplicateLeavesNoEmptyRow()
+    {
+        GradientTableWidget manager("gradients", 0, 50, nullptr);
+        auto *table = manager.findChild<QTableView *>();
+        table->selectRow(1);
+        User user([](GradientBuilderDialog &dialog) { confirmAs(dialog, "Warm", "80"); });
+        manager.onDuplicateClick();
+        QCOMPARE(namesInFile(), QStringList({"Default", "Warm"}));
+        QCOMPARE(user.told, QStringList());
+        QCOMPARE(table->verticalHeader()->count(), 2);
+        QCOMPARE(table->selectionModel()->selectedRows().value(0).row(), 1);
+    }
+
+    void managerMayBeDeletedUnderADialog_data()
+    {
+        QTest::addColumn<QByteArray>("slot");
+        for (const char *slot : {"onNewClick", "onDuplicateClick", "onDeleteClick"})
+            QTest::newRow(slot) << QByteArray(slot);
+    }
+
+    void managerMayBeDeletedUnderADialog()
+    {
+        QFETCH(QByteArray, slot);
+        auto *manager = new GradientTableWidget("gradients", 0, 50, nullptr);
+        const QPointer<GradientTableWidget> alive(manager);
+        manager->findChild<QTableView *>()->selectRow(1);
+        QTimer::singleShot(100, manager, &QObject::deleteLater);
+        User user([&](GradientBuilderDialog &dialog) {
+            QVERIFY(!alive);
+            confirmAs(dialog, "Default Color", "80");
+        });
+        if (slot == "onDeleteClick")
+            QTest::ignoreMessage(QtDebugMsg, "\"Default Color\"");
+        QVERIFY(QMetaObject::invokeMethod(manager, slot));
+        QVERIFY(!alive);
+        QCOMPARE(namesInFile(), QStringList({"Default", "Default Color"}));
+        QCOMPARE(user.told, QStringList());
+    }
+
+    void keysDoWhatTheMouseDoes()
+    {
+        GradientTableWidget manager("gradients", 0, 50, nullptr);
+        auto *table = manager.findChild<QTableView *>();
+        table->setCurrentIndex(table->model()->index(1, 0));
+        const auto press = [&](int key, Qt::KeyboardModifiers modifiers = {}) {
+            manager.show();
+            manager.activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(&manager));
+            table->setFocus();
+            QTest::keyClick(table, Qt::Key(key), modifiers);
+        };
+        QStringList opened;
+        User user([&](GradientBuilderDialog &dialog) {
+            opened += dialog.getGradientName();
+            ::press(dialog, "&Cancel");
+        });
+        const QSignalSpy changes(&manager, &GradientTableWidget::currentGradientChanged);
+        press(Qt::Key_Return);
+        press(Qt::Key_Enter, Qt::KeypadModifier);
+        press(Qt::Key_N, Qt::ControlModifier);
+        QCOMPARE(opened, QStringList({"Default Color", "Default Color", "New gradient 0"}));
+        QCOMPARE(changes.size(), 0);
+
+        press(Qt::Key_F2);
+        auto *editor = table->findChild<QLineEdit *>();
+        QTest::keyClicks(editor, "XWarm");
+        QTest::keyClick(editor, Qt::Key_Home);
+        QTest::keyClick(editor, Qt::Key_Delete);
+        QTest::keyClick(editor, Qt::Key_Return);
+        QTRY_COMPARE(namesInFile(), QStringList({"Default", "Warm"}));
+        QCOMPARE(opened.size(), 3);
+        QTRY_VERIFY(table->hasFocus());
+
+        QTest::ignoreMessage(QtDebugMsg, "\"Warm\"");
+        press(Qt::Key_Delete);
+        QCOMPARE(namesInFile(), QStringList("Default"));
+        press(Qt::Key_Tab);
+        QVERIFY(!table->hasFocus());
+    }
+
+    void openersBringTheManagerToTheFront_data()
+    {
+        QTest::addColumn<bool>("isMinimized");
+        QTest::newRow("minimised") << true;
+        QTest::newRow("covered") << false;
+    }
+
+    void openersBringTheManagerToTheFront()
+    {
+        QFETCH(bool, isMinimized);
+        GradientTableWidget manager("gradients", 0, 50, nullptr);
+        QWidgetAction *action = manager.getOpenAction();
+        action->trigger();
+        QVERIFY(QTest::qWaitForWindowActive(&manager));
+        QWidget cover;
+        cover.show();
+        cover.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&cover));
+        if (isMinimized)
+            manager.showMinimized();
+        action->trigger();
+        QTRY_VERIFY(manager.isActiveWindow());
+        QVERIFY(manager.isVisible() && !manager.isMinimized());
     }
 
     void namesAreEditedInPlace()
@@ -235,7 +432,11 @@ private Q_SLOTS:
         manager.setGradientByName("Default Color");
         QCOMPARE(manager.getCurrentGradient()->getMax(), 50.0);
 
-        User user([](GradientBuilderDialog &dialog) { confirmAs(dialog, "Mine", "80"); });
+        bool isAgain = false;
+        User user([&](GradientBuilderDialog &dialog) {
+            isAgain ? press(dialog, "&Cancel") : confirmAs(dialog, "Mine", "80");
+            isAgain = true;
+        });
         QTest::ignoreMessage(QtWarningMsg, "Couldn't open save file.");
         manager.onNewClick();
         QCOMPARE(user.told, QStringList({"Error|The gradients could not be saved."}));
