@@ -150,9 +150,7 @@ void GradientBuilderWidget::mouseMoveEvent(QMouseEvent *event)
 void GradientBuilderWidget::mouseReleaseEvent(QMouseEvent *event)
 {
     Q_UNUSED(event)
-    dragPosition = noDrag;
-    update();
-    dragging = false;
+    endDrag();
     Q_EMIT gradientUpdated();
 }
 
@@ -255,6 +253,13 @@ void GradientBuilderWidget::startDrag(double position)
     update();
 }
 
+void GradientBuilderWidget::endDrag()
+{
+    dragPosition = noDrag;
+    dragging = false;
+    update();
+}
+
 void GradientBuilderWidget::dragTo(float position)
 {
     const float step = granularity == 0 ? 0.001F : 1.0F / static_cast<float>(granularity);
@@ -290,6 +295,8 @@ void GradientBuilderWidget::askForNewColor(double position)
     };
     const auto stop = std::find_if(stops.cbegin(), stops.cend(), isMeant);
 
+    // The dialog takes the release of a left button that is still down.
+    endDrag();
     QColorDialog dialog;
     if (stop != stops.cend())
         dialog.setCurrentColor(stop->second);

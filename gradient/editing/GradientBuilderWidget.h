@@ -84,6 +84,7 @@ private:
     void drawDragLabel(QPainter &painter) const;
 
     void startDrag(double position);
+    void endDrag();
     void dragTo(float position);
     void showHandleHelp(const QMouseEvent &event) const;
     void askForNewColor(double position);

@@ -116,6 +116,16 @@ private Q_SLOTS:
         QCOMPARE(editor.positions(), (Positions{0.0F, 0.5F, 1.0F}));
         QCOMPARE(editor.gradient->stops().at(1).second, chosen);
     }
+
+    void rightClickEndsADrag()
+    {
+        Editor editor({0.0F, 0.5F, 1.0F});
+        editor.answerNextColorDialog();
+        QTest::mousePress(&editor.widget, Qt::LeftButton, {}, {102, 42});
+        QTest::mousePress(&editor.widget, Qt::RightButton, {}, {102, 42});
+        QTest::mouseMove(&editor.widget, {75, 42});
+        QCOMPARE(editor.positions(), (Positions{0.0F, 0.5F, 1.0F}));
+    }
 };
 
 OLVIK_GUI_TEST_MAIN(TestGradientBuilderWidget)
