@@ -51,6 +51,19 @@ QGradientStop stopFromJson(const QJsonArray &json)
     return {position, QColor(json.at(0).toInt(), json.at(1).toInt(), json.at(2).toInt())};
 }
 
+QGradientStops stopsFromJson(const QJsonArray &json)
+{
+    const int count = std::min(json.size(), Gradient::maxStopsRead);
+    QGradientStops stops;
+    stops.reserve(count);
+    for (qint64 number = 0; number < count; ++number) {
+        const qint64 taken =
+            count == json.size() ? number : number * (json.size() - 1) / (count - 1);
+        stops.append(stopFromJson(json.at(static_cast<int>(taken)).toArray()));
+    }
+    return stops;
+}
+
 } // namespace
 
 Gradient::Gradient(unsigned long number)
@@ -260,12 +273,7 @@ void Gradient::read(const QJsonObject &json)
 {
     reset();
     name = json["name"].toString();
-    const QJsonArray stopArray = json["stops"].toArray();
-    QGradientStops given;
-    given.reserve(stopArray.size());
-    for (const QJsonValue &stop : stopArray)
-        given.append(stopFromJson(stop.toArray()));
-    setStops(given);
+    setStops(stopsFromJson(json["stops"].toArray()));
 
     colors.setMin(json["min"].toInt());
     colors.setMax(json["max"].toInt());

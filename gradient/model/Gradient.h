@@ -111,7 +111,13 @@ public:
 
     /// Replaces everything but the id. Reads leniently: what is missing or of another type is 0, ""
     /// or no stop, stops outside [0, 1] are dropped. Emits nothing.
+    ///
+    /// Of more than maxStopsRead stops it takes that many, evenly spread over the record, the first
+    /// and the last among them: on the screen the gradient looks the same.
     void read(const QJsonObject &json);
+
+    /// The time to read a record grows with the square of its stops.
+    static constexpr int maxStopsRead = 10000;
 
 Q_SIGNALS:
     /// Name, bounds or bound colours were set, or all was copied from another gradient.

@@ -1,21 +1,19 @@
 #include "GradientCollection.h"
 
+#include "CollectionFile.h"
 #include "GradientFactory.h"
 
 #include <QDebug>
-#include <QFile>
-#include <QFileInfo>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QLatin1String>
 #include <QMetaType>
-#include <QSaveFile>
 #include <QScopedValueRollback>
 #include <QSet>
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -28,80 +26,32 @@ const QLatin1String gradientsKey("gradients");
     throw GradientCollection::FileErrorException();
 }
 
-bool isCollection(const QJsonDocument &document)
-{
-    return document.object().value(gradientsKey).isArray();
-}
-
-bool haveSameContent(const QString &firstPath, const QString &secondPath)
-{
-    QFile first(firstPath);
-    QFile second(secondPath);
-    return first.open(QIODevice::ReadOnly) && second.open(QIODevice::ReadOnly)
-        && first.readAll() == second.readAll();
-}
-
-/// Never replaces a file that was kept earlier, and keeps one content once.
-bool keepAside(const QString &path)
-{
-    for (int number = 1;; ++number) {
-        const QString kept = path + QStringLiteral(".damaged-%1").arg(number);
-        // A copy lets a second load() end like the first; a rename needs neither space nor the
-        // right to read.
-        if (!QFileInfo::exists(kept))
-            return QFile::copy(path, kept) || QFile::rename(path, kept);
-        if (haveSameContent(path, kept))
-            return true;
-    }
-}
-
 } // namespace
 
 GradientCollection::GradientCollection(QString filePath)
-    : path(std::move(filePath))
+    : file(std::make_unique<CollectionFile>(filePath))
 {
     // Here once for all views, none of which exists without a collection.
     qRegisterMetaType<std::shared_ptr<Gradient>>("std::shared_ptr<Gradient>");
     qRegisterMetaType<Gradient>("Gradient");
-    qDebug() << "Json path" << path;
+    qDebug() << "Json path" << filePath;
 }
 
 GradientCollection::~GradientCollection() = default;
 
 void GradientCollection::load()
 {
-    QFile file(path);
-    file.open(QIODevice::ReadOnly);
-    const QByteArray text = file.isOpen() ? file.readAll() : QByteArray();
-    if (file.error() != QFileDevice::NoError) {
-        hasUnreadFile = file.exists();
+    const std::optional<QJsonArray> records = file->load();
+    if (!records)
         failToOpen();
-    }
-
-    const QJsonDocument document = QJsonDocument::fromJson(text);
-    hasUnreadFile = !text.isEmpty() && !isCollection(document) && !keepAside(path);
-    read(document.object());
+    read({{gradientsKey, *records}});
 }
 
 void GradientCollection::save() const
 {
-    if (hasUnreadFile && !keepAside(path))
-        failToOpen();
-    hasUnreadFile = false;
-
     QJsonObject json;
     write(json);
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        failToOpen();
-    file.write(QJsonDocument(json).toJson());
-    // Flushed here, because commit() of Qt 5.15 misses an error of the flush it does itself, and
-    // would put half a file in place.
-    if (!file.flush()) {
-        file.cancelWriting();
-        failToOpen();
-    }
-    if (!file.commit())
+    if (!file->save(json[gradientsKey].toArray()))
         failToOpen();
 }
 

@@ -10,6 +10,7 @@
 #include <exception>
 #include <memory>
 
+class CollectionFile;
 class QJsonObject;
 
 /// The user's gradients in their order, and the JSON file that holds them: every change to the list
@@ -41,11 +42,15 @@ public:
     /// Replaces all entries by those of the file, in its order and with its names, equal ones
     /// included. Emits nothing.
     ///
-    /// A file that is no collection gives no entries; it is kept beside as "<path>.damaged-<n>", n
-    /// from 1, because the next save replaces it.
+    /// A file that is no collection, or has a gradient of more than Gradient::maxStopsRead stops,
+    /// gives no entries; it is kept beside as "<path>.damaged-<n>", n from 1, because the next save
+    /// replaces it.
     /// \throws FileErrorException when the file cannot be read; the entries stay
     void load();
 
+    /// Behind the entries the file keeps those that another collection, in another window or
+    /// process, has added since the last load() or save() here; of equal names the entry here wins.
+    /// Without a load() or save() before it replaces the file.
     /// \throws FileErrorException when the file cannot be written; the previous one stays
     void save() const;
 
@@ -102,8 +107,6 @@ private:
     void setNames(const QList<std::shared_ptr<Gradient>> &entries, const QString &name);
 
     QList<std::shared_ptr<Gradient>> gradients;
-    QString path;
+    std::unique_ptr<CollectionFile> file;
     bool isRenaming = false;
-    // The file holds what no entry stands for and no copy was made of.
-    mutable bool hasUnreadFile = false;
 };

@@ -2,6 +2,7 @@
 
 #include <QtTest>
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QPainter>
@@ -106,6 +107,20 @@ private Q_SLOTS:
         QCOMPARE(gradient.stops(), (QGradientStops{{0, QColor(1, 2, 0)}, {1, QColor(0, 5, 6)}}));
         gradient.read({{"stops", 3}});
         QVERIFY(gradient.stops().isEmpty());
+    }
+
+    void manyStopsAreThinnedOut()
+    {
+        QJsonArray stops;
+        for (int number = 0; number <= 60000; ++number)
+            stops.append(QJsonArray{0, 0, 0, number / 60000.0});
+        Gradient gradient;
+        gradient.read({{"stops", stops}});
+        const QGradientStops read = gradient.stops();
+        QCOMPARE(read.size(), 10000);
+        QCOMPARE(read.first().first, 0.0);
+        QCOMPARE(read.at(5000).first, static_cast<double>(30003 / 60000.0F));
+        QCOMPARE(read.last().first, 1.0);
     }
 
     void paintRunsFromLeftToRight()

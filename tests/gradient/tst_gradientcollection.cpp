@@ -73,13 +73,53 @@ private Q_SLOTS:
         QCOMPARE(collection->generateUniqueGradientName(), QString("New gradient 1"));
     }
 
+    void damagedFileIsKeptAside_data()
+    {
+        QTest::addColumn<bool>("isLoaded");
+        QTest::addColumn<QByteArray>("damaged");
+        const QByteArray stops = QByteArray("[],").repeated(Gradient::maxStopsRead);
+        QTest::newRow("cut off") << true << QByteArray(R"({"gradients": [)");
+        QTest::newRow("cut off after the last save") << false << QByteArray(R"({"gradients": [)");
+        QTest::newRow("many stops") << true << R"({"gradients": [{"stops": [)" + stops + "[]]}]}";
+    }
+
     void damagedFileIsKeptAside()
     {
+        QFETCH(bool, isLoaded);
+        QFETCH(QByteArray, damaged);
         add("A");
-        QVERIFY(QFile::resize(path(), 20));
-        collection->load();
+        QFile file(path());
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(damaged) > 0);
+        file.close();
+        if (isLoaded)
+            collection->load();
+        QCOMPARE(collection->size(), isLoaded ? 0 : 1);
         add("next");
-        QCOMPARE(QFileInfo(path() + ".damaged-1").size(), qint64(20));
+        QFile kept(path() + ".damaged-1");
+        QVERIFY(kept.open(QIODevice::ReadOnly));
+        QCOMPARE(kept.readAll(), damaged);
+    }
+
+    void whatOthersAddIsKept()
+    {
+        add("A");
+        add("B");
+        GradientCollection other(path());
+        other.load();
+        addTo(other, "theirs");
+        collection->remove(0);
+        add("C");
+        QCOMPARE(namesInFile(), QStringList({"B", "C", "theirs"}));
+
+        collection->rename("B", "D");
+        other.rename("theirs", "new");
+        addTo(other, "D");
+        QCOMPARE(namesInFile(), QStringList({"A", "B", "new", "D", "C"}));
+        add("E");
+        QCOMPARE(namesInFile(), QStringList({"D", "C", "E", "A", "B", "new"}));
+
+        GradientCollection(path()).save();
+        QCOMPARE(namesInFile(), QStringList());
     }
 
     void failedSaveKeepsThePreviousFile()
@@ -126,11 +166,20 @@ private Q_SLOTS:
 private:
     QString path() const { return folder->filePath("gradients.json"); }
 
-    void add(const QString &name)
+    QStringList namesInFile() const
     {
-        const auto gradient = collection->newGradientShared();
+        GradientCollection stored(path());
+        stored.load();
+        return namesOf(stored);
+    }
+
+    void add(const QString &name) { addTo(*collection, name); }
+
+    static void addTo(GradientCollection &changed, const QString &name)
+    {
+        const auto gradient = changed.newGradientShared();
         gradient->setName(name);
-        collection->add(gradient);
+        changed.add(gradient);
     }
 
     std::unique_ptr<QTemporaryDir> folder;
