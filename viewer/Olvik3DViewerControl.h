@@ -22,8 +22,8 @@ class QWidget;
 /// creates a QApplication where there is none. With a parent widget only the 3D view is placed into
 /// that widget (in a layout of its own, or at the end of the layout that the widget already has).
 ///
-/// All members are called on the GUI thread. The host owns the control; what it built is deleted
-/// soon after it, as soon as the event loop runs and no dialog does that was open.
+/// All members are called on the GUI thread. The host owns the control; what it built is deleted a
+/// little later, by the event loop, once no dialog of it is open.
 class OLVIK3DVIEWER_EXPORT Olvik3DViewerControl : public QObject
 {
     Q_OBJECT

@@ -40,6 +40,9 @@ void ProcessData::onNewProfileData(OlvikProfileData data, bool showZero)
 std::vector<float> ProcessData::computeIndividualBound(
     float *values, long end, int start, int step) const
 {
+    if (step < 1)
+        return {0.0f, 0.0f};
+
     const std::array<float, 2> bound = individualBound(values, end, start, step);
     return {bound.begin(), bound.end()};
 }

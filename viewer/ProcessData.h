@@ -29,6 +29,7 @@ public:
 
     /// (min, max) of values[start], values[start + step], ... below index \a end; a value that
     /// raises the maximum is not compared with the minimum, and a bound that nothing touched is 0.
+    /// \param step at least 1; (0, 0) otherwise
     std::vector<float> computeIndividualBound(float *values, long end, int start, int step) const;
 
     /// That pair for x, y and z of interleaved coordinates, computed in parallel.

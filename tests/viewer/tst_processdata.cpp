@@ -41,6 +41,8 @@ private Q_SLOTS:
             << Heights{5, denormal} << 0 << 1 << denormal << 5.0f;
         QTest::newRow("the largest float is no minimum")
             << Heights{largest, largest} << 0 << 1 << 0.0f << largest;
+        QTest::newRow("no step") << Heights{3, 2, 1} << 0 << 0 << 0.0f << 0.0f;
+        QTest::newRow("backwards") << Heights{3, 2, 1} << 2 << -1 << 0.0f << 0.0f;
     }
 
     void boundOfEachStep()
