@@ -31,7 +31,11 @@ void ProcessData::onNewProfileData(OlvikProfileData data, bool showZero)
     try {
         renderWidget->loadScan(converter->convert(
             profile.GetRawPtr(), profile.GetWidth(), profile.GetHeight(), showZero));
+        hasToldOfDrop = false;
     } catch (const std::exception &error) {
+        // Not once for each buffer: they come at the sensor's rate.
+        if (std::exchange(hasToldOfDrop, true))
+            return;
         qWarning("3D viewer: a buffer of %d x %d heights was dropped: %s", profile.GetWidth(),
             profile.GetHeight(), error.what());
     }

@@ -38,7 +38,7 @@ public:
 
 public Q_SLOTS:
     /// Converts a buffer and hands the cloud over. Never throws: a buffer that does not fit into
-    /// memory is logged and dropped.
+    /// memory is dropped, of which only the first after a good one is logged.
     /// \param showZero false leaves out the points with a height of exactly zero
     void onNewProfileData(OlvikProfileData data, bool showZero);
 
@@ -46,5 +46,6 @@ private:
     std::atomic<bool> processing{false};
     OlvikProfileData profile;
     Olvik3DViewerWidget *renderWidget;
+    bool hasToldOfDrop = false; ///< since the last buffer that came through
     std::unique_ptr<ScanConverter> converter;
 };
