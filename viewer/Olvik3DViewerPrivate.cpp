@@ -37,6 +37,7 @@
 #include <QTimer>
 
 #include <cstdlib>
+#include <exception>
 #include <utility>
 
 namespace {
@@ -72,13 +73,18 @@ void placeWindow(QWidget &window, const QPoint &position, const QSize &size)
         qBound(first.x(), position.x(), last.x()), qBound(first.y(), position.y(), last.y()));
 }
 
-/// Without holding the mutex: large clouds take a while.
+/// Without holding the mutex: large clouds take a while. One that does not fit into memory is not
+/// written; an exception in Qt's event loop would end the host.
 bool writeCloud(const OlvikProfileData &profile, const QString &path)
 {
     const WaitCursor wait;
-    const vtkSmartPointer<vtkPolyData> cloud = DataConverter::convertToPolyData(
-        profile.GetRawPtr(), profile.GetWidth(), profile.GetHeight());
-    return writePly(*cloud, path);
+    try {
+        const vtkSmartPointer<vtkPolyData> cloud = DataConverter::convertToPolyData(
+            profile.GetRawPtr(), profile.GetWidth(), profile.GetHeight());
+        return writePly(*cloud, path);
+    } catch (const std::exception &) {
+        return false;
+    }
 }
 
 QAction *addCheckable(QMenu &menu, QActionGroup &group, const QString &text)

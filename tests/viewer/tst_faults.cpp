@@ -1,5 +1,6 @@
 // What a host may meet: full disks, folders that take nothing, damaged files, kills, no memory.
 #include "GuiTest.h"
+#include "Operator.h"
 #include "ViewerWindow.h"
 
 #include "GradientCollection.h"
@@ -122,7 +123,8 @@ void limitMemory(rlim_t room)
     setrlimit(RLIMIT_AS, &limit);
 }
 
-/// Leaves room for two copies of the smaller buffer only, and not for its points.
+/// Leaves room for two copies of the smaller buffer only, and not for its points: neither to show
+/// nor to save them.
 int refusalsWithoutMemory(Olvik3DViewerControl &viewer)
 {
     std::vector<float> heights(8000UL * 8000UL);
@@ -137,7 +139,9 @@ int refusalsWithoutMemory(Olvik3DViewerControl &viewer)
         viewer.setBuffer(heights.data(), 8000, 8000);
         QTest::qWait(100);
     }
-    return refused;
+    const Operator user(QDir::temp().filePath("starved.ply"));
+    menuItem("Save")->trigger();
+    return refused + user.told.filter("Error Saving File|").size();
 }
 
 int runViewer(bool starve)
@@ -346,7 +350,7 @@ private Q_SLOTS:
 #endif
         const QByteArray told =
             "3D viewer: a buffer of 8000 x 8000 heights was dropped: std::bad_alloc\n";
-        viewerIsFine({"starve"}, folder->path(), "Default 2\n", told + told);
+        viewerIsFine({"starve"}, folder->path(), "Default 4\n", told + told);
     }
 
 private:

@@ -1,4 +1,5 @@
 #include "GuiTest.h"
+#include "Operator.h"
 #include "SceneProbe.h"
 #include "ViewerWindow.h"
 
@@ -9,15 +10,12 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
-#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QStatusBar>
-#include <QTimer>
 
 #include <algorithm>
 #include <cmath>
@@ -39,39 +37,6 @@ QStringList textsOf(const QMenu &menu)
     }
     return texts;
 }
-
-/// Answers the dialogs that one call opens, as an operator would: the file dialog by a name (none
-/// cancels), message boxes by Ok. Remembers what the boxes said.
-class Operator : public QObject
-{
-public:
-    explicit Operator(QString fileName)
-        : name(std::move(fileName))
-    {
-        connect(&timer, &QTimer::timeout, this, &Operator::answer);
-        timer.start(200);
-    }
-    QStringList told;
-
-private:
-    void answer()
-    {
-        QWidget *dialog = QApplication::activeModalWidget();
-        if (auto *files = qobject_cast<QFileDialog *>(dialog)) {
-            if (name.isEmpty())
-                return files->reject();
-            files->setOption(QFileDialog::DontConfirmOverwrite);
-            files->findChild<QLineEdit *>()->setText(name);
-            QMetaObject::invokeMethod(files, "accept");
-        } else if (auto *box = qobject_cast<QMessageBox *>(dialog)) {
-            told += box->windowTitle() + '|' + box->text();
-            box->button(QMessageBox::Ok)->click();
-        }
-    }
-
-    QString name;
-    QTimer timer;
-};
 
 } // namespace
 
