@@ -19,6 +19,7 @@
 #include <QActionGroup>
 #include <QApplication>
 #include <QComboBox>
+#include <QDir>
 #include <QFileDialog>
 #include <QFrame>
 #include <QGridLayout>
@@ -526,6 +527,8 @@ void Olvik3DViewerPrivate::save()
     }
     const QString folder =
         QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + "/Output";
+    // The dialog takes the last part of a missing folder for the name of the file.
+    QDir().mkpath(folder);
     const QUrl url = QFileDialog::getSaveFileUrl(nullptr, tr("save Cloud of Points"),
         QUrl::fromLocalFile(folder), tr("Cloud of Points (*.ply)"));
     if (writeCloud(profile, url.toLocalFile()))

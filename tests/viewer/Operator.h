@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -9,7 +10,7 @@
 #include <QTimer>
 
 /// Answers the dialogs that one call opens, as an operator would: the file dialog by a name (none
-/// cancels), message boxes by Ok. Remembers what the boxes said.
+/// cancels), message boxes by Ok. Remembers what the dialogs proposed and what the boxes said.
 class Operator : public QObject
 {
 public:
@@ -20,12 +21,16 @@ public:
         timer.start(200);
     }
     QStringList told;
+    QString folder;
+    QString proposedName;
 
 private:
     void answer()
     {
         QWidget *dialog = QApplication::activeModalWidget();
         if (auto *files = qobject_cast<QFileDialog *>(dialog)) {
+            folder = files->directory().path();
+            proposedName = files->findChild<QLineEdit *>()->text();
             if (name.isEmpty())
                 return files->reject();
             files->setOption(QFileDialog::DontConfirmOverwrite);

@@ -127,6 +127,9 @@ private Q_SLOTS:
         Operator user(folder.filePath("höhe.ply"));
         menuItem("Save")->trigger();
         QCOMPARE(user.told, QStringList());
+        QCOMPARE(user.folder,
+            QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + "/Output");
+        QCOMPARE(user.proposedName, QString());
 
         QFile file(folder.filePath("höhe.ply"));
         QVERIFY(file.open(QIODevice::ReadOnly));
