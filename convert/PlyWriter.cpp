@@ -59,12 +59,6 @@ bool isSpecial(const QString &path)
     return info.exists() && !info.isFile();
 }
 
-QString targetPath(const QString &path)
-{
-    const QString suffix = QStringLiteral(".ply");
-    return path.endsWith(suffix) || isSpecial(path) ? path : path + suffix;
-}
-
 QByteArray headerText(vtkIdType count)
 {
     return "ply\n"
@@ -205,11 +199,17 @@ bool replaceFile(vtkPolyData &cloud, const QString &path)
 
 } // namespace
 
+QString plyTarget(const QString &path)
+{
+    const QString suffix = QStringLiteral(".ply");
+    return path.endsWith(suffix) || isSpecial(path) ? path : path + suffix;
+}
+
 bool writePly(vtkPolyData &cloud, const QString &path)
 {
     if (path.isEmpty() || path.contains(QChar::Null))
         return false;
 
-    const QString target = targetPath(path);
+    const QString target = plyTarget(path);
     return isSpecial(target) ? writeInPlace(cloud, target) : replaceFile(cloud, target);
 }

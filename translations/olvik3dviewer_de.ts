@@ -224,6 +224,12 @@ Bitte aktualisieren Sie die Treiber der Grafikkarte.</translation>
         <source>Error Saving File</source>
         <translation>Fehler beim Speichern der Datei</translation>
     </message>
+    <message>
+        <source>%1 already exists.
+Do you want to replace it?</source>
+        <translation>%1 existiert bereits.
+Möchten Sie die Datei ersetzen?</translation>
+    </message>
 </context>
 <context>
     <name>Olvik3DViewerWidget</name>

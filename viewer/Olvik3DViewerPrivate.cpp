@@ -21,6 +21,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -86,6 +87,20 @@ bool writeCloud(const OlvikProfileData &profile, const QString &path)
     } catch (const std::exception &) {
         return false;
     }
+}
+
+/// The dialog has asked about the name as it was typed, which may lack the suffix that the file
+/// gets.
+bool mayReplaceFile(const QString &path)
+{
+    const QString target = plyTarget(path);
+    if (path.isEmpty() || target == path || !QFileInfo::exists(target))
+        return true;
+    return QMessageBox::warning(nullptr, Olvik3DViewerPrivate::tr("save Cloud of Points"),
+               Olvik3DViewerPrivate::tr("%1 already exists.\nDo you want to replace it?")
+                   .arg(QFileInfo(target).fileName()),
+               QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
+        == QMessageBox::Yes;
 }
 
 QAction *addCheckable(QMenu &menu, QActionGroup &group, const QString &text)
@@ -531,11 +546,11 @@ void Olvik3DViewerPrivate::save()
     QDir().mkpath(folder);
     const QUrl url = QFileDialog::getSaveFileUrl(nullptr, tr("save Cloud of Points"),
         QUrl::fromLocalFile(folder), tr("Cloud of Points (*.ply)"));
-    if (writeCloud(profile, url.toLocalFile()))
+    const QString path = url.toLocalFile();
+    if (!mayReplaceFile(path) || writeCloud(profile, path))
         return;
     QMessageBox::critical(nullptr, tr("Error Saving File"),
-        QStringLiteral("Unable to save file %1 , please check folder permisions")
-            .arg(url.toLocalFile()));
+        QStringLiteral("Unable to save file %1 , please check folder permisions").arg(path));
 }
 
 void Olvik3DViewerPrivate::onWindowClosed()

@@ -10,12 +10,14 @@
 #include <QTimer>
 
 /// Answers the dialogs that one call opens, as an operator would: the file dialog by a name (none
-/// cancels), message boxes by Ok. Remembers what the dialogs proposed and what the boxes said.
+/// cancels), message boxes by Ok or the given answer. Remembers what the dialogs proposed and what the boxes said.
 class Operator : public QObject
 {
 public:
-    explicit Operator(QString fileName)
+    explicit Operator(
+        QString fileName, QMessageBox::StandardButton boxAnswer = QMessageBox::NoButton)
         : name(std::move(fileName))
+        , choice(boxAnswer)
     {
         connect(&timer, &QTimer::timeout, this, &Operator::answer);
         timer.start(200);
@@ -38,10 +40,12 @@ private:
             QMetaObject::invokeMethod(files, "accept");
         } else if (auto *box = qobject_cast<QMessageBox *>(dialog)) {
             told += box->windowTitle() + '|' + box->text();
-            box->button(QMessageBox::Ok)->click();
+            QAbstractButton *chosen = box->button(choice);
+            (chosen ? chosen : box->button(QMessageBox::Ok))->click();
         }
     }
 
     QString name;
+    QMessageBox::StandardButton choice;
     QTimer timer;
 };

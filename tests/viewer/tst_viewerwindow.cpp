@@ -40,6 +40,8 @@ QStringList textsOf(const QMenu &menu)
 
 } // namespace
 
+Q_DECLARE_METATYPE(QMessageBox::StandardButton)
+
 class TestViewerWindow : public QObject
 {
     Q_OBJECT
@@ -138,6 +140,34 @@ private Q_SLOTS:
         QVERIFY(text.contains("element vertex 6\n"));
         QVERIFY(text.contains("end_header\n0 0 0 \n1 0 1.5 \n2 0 2 \n0 1 3 \n1 1 0 \n2 1 5 \n"));
         menuItem("Show Zero data")->trigger();
+    }
+
+    void anEarlierMeasurementIsNotLostUnasked_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QMessageBox::StandardButton>("answer");
+        QTest::addColumn<QStringList>("asked");
+        QTest::addColumn<bool>("isReplaced");
+        const QStringList question(
+            "save Cloud of Points|kept.ply already exists.\nDo you want to replace it?");
+        QTest::newRow("declined") << "kept" << QMessageBox::No << question << false;
+        QTest::newRow("accepted") << "kept" << QMessageBox::Yes << question << true;
+        QTest::newRow("asked by the dialog")
+            << "kept.ply" << QMessageBox::No << QStringList() << true;
+        QTest::newRow("another name") << "other" << QMessageBox::No << QStringList() << false;
+    }
+
+    void anEarlierMeasurementIsNotLostUnasked()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QMessageBox::StandardButton, answer);
+        QFile file(folder.filePath("kept.ply"));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(5));
+        file.close();
+        const Operator user(folder.filePath(typed), answer);
+        menuItem("Save")->trigger();
+        QTEST(user.told, "asked");
+        QTEST(file.size() != 5, "isReplaced");
     }
 
     void failedSavesAreTold_data()
