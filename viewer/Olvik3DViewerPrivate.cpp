@@ -49,6 +49,8 @@ namespace Keys = ViewerSettingsKeys;
 constexpr QSize defaultWindowSize{640, 360};
 /// Of a window, so much stays on the screen to take hold of.
 constexpr int grip = 40;
+/// Of the layout that the first viewer made in a host's widget; the last one deletes it.
+const QLatin1String layoutName("Olvik3DViewerLayout");
 constexpr int newGradientMin = 0;
 constexpr int newGradientMax = 1000;
 
@@ -147,7 +149,9 @@ Olvik3DViewerPrivate::~Olvik3DViewerPrivate()
     stopWorker();
     if (!window) {
         delete viewer;
-        delete layout;
+        // By now it may hold another viewer, or what the host put into it.
+        if (layout && layout->count() == 0)
+            delete layout;
         return;
     }
     const std::shared_ptr<OlvikSettings> store = OlvikSettings::Instance();
@@ -312,9 +316,11 @@ void Olvik3DViewerPrivate::layOutView()
 {
     if (!window && container->layout()) {
         container->layout()->addWidget(viewer);
+        layout = container->findChild<QGridLayout *>(layoutName, Qt::FindDirectChildrenOnly);
         return;
     }
     layout = new QGridLayout(container);
+    layout->setObjectName(layoutName);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(viewer, 1, 0);
     if (window) {

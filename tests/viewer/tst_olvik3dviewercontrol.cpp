@@ -355,6 +355,25 @@ private Q_SLOTS:
         QCOMPARE(!hasLayout || host.layout()->count() == 1, true);
     }
 
+    void anEmbeddedViewerMayBeReplaced()
+    {
+        QWidget host;
+        auto *viewer = new Olvik3DViewerControl("first", &host, nullptr);
+        host.resize(300, 200);
+        viewer->show();
+        delete viewer;
+        viewer = new Olvik3DViewerControl("second", &host, nullptr);
+        viewer->show();
+        runDeferredDeletes();
+        host.resize(500, 400);
+        QVERIFY(QTest::qWaitForWindowExposed(&host));
+        QTRY_COMPARE(viewIn(&host)->size(), host.size());
+
+        delete viewer;
+        runDeferredDeletes();
+        QVERIFY(!host.layout());
+    }
+
     void settingsSurviveARestart()
     {
         {
