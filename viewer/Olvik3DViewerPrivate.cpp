@@ -54,6 +54,26 @@ const QLatin1String layoutName("Olvik3DViewerLayout");
 constexpr int newGradientMin = 0;
 constexpr int newGradientMax = 1000;
 
+/// Ends the worker thread, which fills the view, before the view goes: the host may delete it, alone
+/// or by clearing a layout. QObject::destroyed would come too late.
+class WatchedView : public Olvik3DViewerWidget
+{
+public:
+    WatchedView(QWidget *parent, Olvik3DViewerPrivate *viewOwner)
+        : Olvik3DViewerWidget(parent)
+        , owner(viewOwner)
+    { }
+    ~WatchedView() override
+    {
+        if (owner)
+            owner->stopWorker();
+    }
+    Q_DISABLE_COPY_MOVE(WatchedView)
+
+private:
+    QPointer<Olvik3DViewerPrivate> owner;
+};
+
 void ensureApplication()
 {
     if (QCoreApplication::instance())
@@ -124,7 +144,7 @@ Olvik3DViewerPrivate::Olvik3DViewerPrivate(QWidget *parent)
     qRegisterMetaType<OlvikProfileData>("OlvikProfileData");
     if (!parent)
         buildWindow();
-    viewer = new Olvik3DViewerWidget(container);
+    viewer = new WatchedView(container, this);
     if (window) {
         buildMenus();
         restoreColoring();

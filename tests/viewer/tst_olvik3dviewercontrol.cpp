@@ -326,6 +326,29 @@ private Q_SLOTS:
         QCOMPARE(threadsOfThisProcess(), threads);
     }
 
+    void theHostMayDeleteTheView()
+    {
+        constexpr int size = 600;
+        std::vector<float> heights = ramp(size, size);
+        for (int repetition = 0; repetition < 12; ++repetition) {
+            QWidget host;
+            host.resize(300, 200);
+            Olvik3DViewerControl viewer("bereft", &host, nullptr);
+            viewer.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&host));
+            viewer.setBuffer(heights.data(), size, size);
+            QTest::qSleep(1 + repetition / 4);
+            delete viewIn(&host);
+            for (int i = 0; i < 20; ++i) {
+                viewer.setBuffer(heights.data(), size, size);
+                QTest::qWait(1);
+            }
+            viewer.hide();
+            viewer.show();
+            QVERIFY(!viewer.isVisible());
+        }
+    }
+
     void embeddedLeavesNothingBehind_data()
     {
         QTest::addColumn<bool>("hasLayout");
