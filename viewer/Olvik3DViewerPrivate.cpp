@@ -78,11 +78,10 @@ void ensureApplication()
 {
     if (QCoreApplication::instance())
         return;
-    // Both stay until the process ends: QApplication keeps a reference to its argument count, and
-    // other viewers may use the application by the time that this one goes.
+    // QApplication keeps a reference to its argument count. It is not deleted here: other viewers
+    // may use it by the time that this one goes.
     static int argc = 0;
-    static QApplication *const application = new QApplication(argc, nullptr);
-    Q_UNUSED(application)
+    new QApplication(argc, nullptr);
 }
 
 /// Where and as large as stored, though never beyond the screens: they may have changed since, and

@@ -166,6 +166,20 @@ int runViewer(bool starve)
     return 0;
 }
 
+/// As a host without an application of its own, which ends the one that the viewer made.
+int runViewersInTurn()
+{
+    for (int round = 0; round < 2; ++round) {
+        {
+            const Olvik3DViewerControl viewer("guest", nullptr, nullptr);
+        }
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        delete QCoreApplication::instance();
+    }
+    std::puts("twice");
+    return 0;
+}
+
 int saveAll(const QString &home, int round)
 {
     int failures = saveCloud(home + "/cloud.ply", round) ? 0 : 1;
@@ -353,6 +367,11 @@ private Q_SLOTS:
         viewerIsFine({"starve"}, folder->path(), "Default 4\n", told + told);
     }
 
+    void theHostMayEndTheApplication()
+    {
+        viewerIsFine({"turns"}, folder->path(), "twice\n", "");
+    }
+
 private:
     static void viewerIsFine(const QStringList &arguments, const QString &home,
         const QByteArray &output, const QByteArray &console)
@@ -389,6 +408,8 @@ int main(int argc, char *argv[])
             return saveAll(argv[2], std::atoi(argv[3]));
         saveUntilKilled(argv[2], argv[3]);
     }
+    if (role == "turns")
+        return runViewersInTurn();
     const QApplication application(argc, argv);
     if (role == "view" || role == "starve")
         return runViewer(role == "starve");
