@@ -312,6 +312,7 @@ void Olvik3DViewerPrivate::buildGradientBar()
     gradientTable = new GradientTableWidget(
         QStringLiteral("3DGradients"), newGradientMin, newGradientMax, nullptr);
     gradientTable->hide();
+    gradientTable->setAttribute(Qt::WA_QuitOnClose, false);
     QComboBox *selector = gradientTable->getSelector();
     selector->setMinimumWidth(120);
     selector->setMaximumWidth(250);
@@ -528,8 +529,10 @@ void Olvik3DViewerPrivate::show()
 
 void Olvik3DViewerPrivate::hide()
 {
-    if (window)
+    if (window) {
         window->hide();
+        gradientTable->hide();
+    }
     container->hide();
     if (viewer)
         viewer->hide();
@@ -582,6 +585,8 @@ void Olvik3DViewerPrivate::onWindowClosed()
 {
     // The worker goes on its own from here; see startWorker.
     takeNoMoreBuffers();
+    // Open, it would keep the application from ending with its last window.
+    gradientTable->hide();
     settings->setValue(Keys::position(), window->pos());
     settings->setValue(Keys::size(), window->size());
     settings->setValue(Keys::flyMode(), static_cast<int>(viewer->getAxesFly()));

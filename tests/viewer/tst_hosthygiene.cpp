@@ -52,6 +52,15 @@ int entriesIn(const char *folder)
         .size();
 }
 
+GradientTableWidget *gradientManager()
+{
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        if (auto *table = qobject_cast<GradientTableWidget *>(widget))
+            return table;
+    }
+    return nullptr;
+}
+
 void openFeedAndClose()
 {
     Olvik3DViewerControl viewer("guest", nullptr, nullptr);
@@ -111,15 +120,38 @@ private Q_SLOTS:
         QCOMPARE(entriesIn("/proc/self/fd"), files);
     }
 
+    void theGradientManagerGoesWithTheWindow_data()
+    {
+        QTest::addColumn<bool>("isClosed");
+        QTest::newRow("closed") << true;
+        QTest::newRow("hidden") << false;
+    }
+
+    void theGradientManagerGoesWithTheWindow()
+    {
+        QFETCH(bool, isClosed);
+        Olvik3DViewerControl viewer("managed", nullptr, nullptr);
+        viewer.show();
+        gradientManager()->show();
+        QVERIFY(QTest::qWaitForWindowExposed(gradientManager()));
+        if (isClosed) {
+            QTimer watchdog;
+            connect(&watchdog, &QTimer::timeout, qApp, [] { QCoreApplication::exit(1); });
+            watchdog.start(5000);
+            QTimer::singleShot(0, viewerWindow(), &QWidget::close);
+            QCOMPARE(QApplication::exec(), 0);
+        } else {
+            viewer.hide();
+        }
+        QVERIFY(!gradientManager()->isVisible());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
     void theHostMayDeleteTheViewerBehindADialog()
     {
         auto viewer = std::make_unique<Olvik3DViewerControl>("gone", nullptr, nullptr);
         const QPointer<QObject> window = viewerWindow();
-        QPointer<GradientTableWidget> gradients;
-        for (QWidget *widget : QApplication::topLevelWidgets()) {
-            if (auto *table = qobject_cast<GradientTableWidget *>(widget))
-                gradients = table;
-        }
+        const QPointer<GradientTableWidget> gradients = gradientManager();
         gradients->show();
         gradients->findChild<QTableView *>()->selectRow(0);
         QAction *duplicate = gradients->findChild<QToolBar *>()->actions()[1];
