@@ -373,6 +373,18 @@ void Olvik3DViewerPrivate::startWorker()
         Q_EMIT closed();
     });
     workerThread->start();
+    if (!workerThread->isRunning())
+        doWithoutWorker();
+}
+
+/// The system starts no more threads. Nobody would take the buffers, nor tell of the closing.
+void Olvik3DViewerPrivate::doWithoutWorker()
+{
+    qWarning("3D viewer: buffers are ignored, no thread could be started for them");
+    disconnect(processData, nullptr, workerThread, nullptr);
+    delete std::exchange(processData, nullptr);
+    if (window)
+        connect(window, &CloudPMainWindow::windowClosed, workerThread, &QObject::deleteLater);
 }
 
 void Olvik3DViewerPrivate::stopWorker()
@@ -398,8 +410,7 @@ void Olvik3DViewerPrivate::onAboutToQuit()
 {
     // The application quits with its last window, before the closing chain could run in its event
     // loop.
-    const bool isClosing = workerThread && !processData;
-    if (isClosing) {
+    if (isClosing && workerThread) {
         workerThread->wait();
         delete workerThread;
     }
@@ -585,6 +596,7 @@ void Olvik3DViewerPrivate::onWindowClosed()
 {
     // The worker goes on its own from here; see startWorker.
     takeNoMoreBuffers();
+    isClosing = true;
     // Open, it would keep the application from ending with its last window.
     gradientTable->hide();
     settings->setValue(Keys::position(), window->pos());

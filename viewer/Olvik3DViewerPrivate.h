@@ -93,6 +93,7 @@ private:
     void buildGradientBar();
     void layOutView();
     void startWorker();
+    void doWithoutWorker();
     void onAboutToQuit();
     void takeNoMoreBuffers();
     void hideWindows();
@@ -117,6 +118,7 @@ private:
     std::shared_ptr<OlvikSettings> settings;
     QMutex mutex; ///< guards heights, lastProfile, showZero and the hand-over to the worker
     bool hasWarnedOfNullBuffer = false;
+    bool isClosing = false; ///< the window was closed
     bool hasQuit = false;
     bool isRetiring = false; ///< the control is gone, a dialog is still open
 };

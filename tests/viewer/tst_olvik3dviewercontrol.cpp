@@ -25,6 +25,8 @@
 #include <limits>
 #include <memory>
 
+#include <pthread.h>
+
 namespace {
 
 struct Receiver : IEvent3DViewerReceiver
@@ -232,6 +234,26 @@ private Q_SLOTS:
             {std::pair(-1, 4), std::pair(4, -1), std::pair(46341, 46341)})
             QVERIFY_EXCEPTION_THROWN(
                 viewer.setBuffer(&height, columns, rows), std::bad_array_new_length);
+    }
+
+    void withoutAThreadBuffersAreIgnored()
+    {
+        pthread_attr_t usual;
+        QCOMPARE(pthread_getattr_default_np(&usual), 0);
+        pthread_attr_t huge = usual;
+        QCOMPARE(pthread_attr_setstacksize(&huge, std::size_t(1) << 46), 0);
+        QTest::ignoreMessage(
+            QtSystemMsg, QRegularExpression("^QThread::start: Thread creation error"));
+        QTest::ignoreMessage(
+            QtWarningMsg, "3D viewer: buffers are ignored, no thread could be started for them");
+        QWidget host;
+        QCOMPARE(pthread_setattr_default_np(&huge), 0);
+        Olvik3DViewerControl viewer("threadless", &host, nullptr);
+        QCOMPARE(pthread_setattr_default_np(&usual), 0);
+        viewer.show();
+        std::vector<float> heights = ramp(50, 50);
+        for (int i = 0; i < 3; ++i)
+            viewer.setBuffer(heights.data(), 50, 50);
     }
 
     void closingTellsTheReceiverOnce()
