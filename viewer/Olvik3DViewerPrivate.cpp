@@ -31,6 +31,7 @@
 #include <QMessageBox>
 #include <QMutexLocker>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QShortcut>
 #include <QStandardPaths>
@@ -173,11 +174,18 @@ Olvik3DViewerPrivate::~Olvik3DViewerPrivate()
             delete layout;
         return;
     }
+    saveColoring();
+    delete gradientTable;
+    delete window;
+}
+
+void Olvik3DViewerPrivate::saveColoring() const
+{
+    if (!window)
+        return;
     const std::shared_ptr<OlvikSettings> store = OlvikSettings::Instance();
     store->setValue(Keys::colorMode(), colorMode);
     store->setValue(Keys::gradientName(), gradientName);
-    delete gradientTable;
-    delete window;
 }
 
 void Olvik3DViewerPrivate::buildWindow()
@@ -423,9 +431,15 @@ void Olvik3DViewerPrivate::retire()
 {
     constexpr int dialogPollMs = 50;
     stopWorker();
+    // At once: where no event loop runs any more, nothing deferred does.
+    hideWindows();
+    saveColoring();
+    if (openDialogs > 0) {
+        isRetiring = true;
+        return;
+    }
     const int level = QThread::currentThread()->loopLevel();
     if (level > 1 && QApplication::activeModalWidget()) {
-        hideWindows();
         isRetiring = true;
         auto *poll = new QTimer(this);
         connect(poll, &QTimer::timeout, this, [this, poll, level] {
@@ -574,6 +588,12 @@ void Olvik3DViewerPrivate::onDistance(double distance)
 
 void Olvik3DViewerPrivate::save()
 {
+    // The control may be deleted behind the dialogs.
+    ++openDialogs;
+    const auto done = qScopeGuard([this] {
+        if (--openDialogs == 0 && isRetiring)
+            retire();
+    });
     OlvikProfileData profile;
     {
         const QMutexLocker lock(&mutex);

@@ -51,9 +51,10 @@ public:
     /// then on.
     void stopWorker();
 
-    /// Deletes this object, deferred: it may be inside a slot or have events waiting for it. While
-    /// a dialog runs its own event loop, which may be inside a slot of this object's widgets, that
-    /// is put off until the dialog is closed.
+    /// Takes the viewer off the screen, keeps its settings and deletes this object, deferred: it may
+    /// be inside a slot or have events waiting for it. While a dialog runs its own event loop, which
+    /// may be inside a slot of this object or of its widgets, that is put off until the dialog is
+    /// closed.
     void retire();
 
 Q_SIGNALS:
@@ -90,6 +91,7 @@ private:
     void addCameraItems(QMenu &menu);
     void addAxesModeMenu(QMenu &viewMenu);
     void restoreColoring();
+    void saveColoring() const;
     void buildGradientBar();
     void layOutView();
     void startWorker();
@@ -118,6 +120,7 @@ private:
     std::shared_ptr<OlvikSettings> settings;
     QMutex mutex; ///< guards heights, lastProfile, showZero and the hand-over to the worker
     bool hasWarnedOfNullBuffer = false;
+    int openDialogs = 0; ///< of this object's own, one behind the other
     bool isClosing = false; ///< the window was closed
     bool hasQuit = false;
     bool isRetiring = false; ///< the control is gone, a dialog is still open

@@ -459,6 +459,20 @@ private Q_SLOTS:
         QVERIFY(!OlvikSettings::Instance()->contains("3Dviewer/position"));
     }
 
+    void aDeletedViewerIsOverWithoutAnEventLoop()
+    {
+        auto viewer = std::make_unique<Olvik3DViewerControl>("over", nullptr, nullptr);
+        viewer->show();
+        QVERIFY(QTest::qWaitForWindowExposed(viewerWindow()));
+        menuItem("Gradient")->trigger();
+        viewerWindow()->findChild<QComboBox *>()->setCurrentIndex(1);
+        viewer.reset();
+        QVERIFY(!viewerWindow() || !viewerWindow()->isVisible());
+        const auto settings = OlvikSettings::Instance();
+        QCOMPARE(settings->value("3Dviewer/ColorMode").toInt(), 1);
+        QCOMPARE(settings->value("3Dviewer/gradient_name").toString(), QString("Default Color"));
+    }
+
     void anEmbeddedViewerKeepsTheOperatorsColoring()
     {
         const auto settings = OlvikSettings::Instance();
