@@ -16,10 +16,12 @@ namespace {
 constexpr qint64 longestClickMs = 150;
 
 /// VTK's time of the last change that a picture would show.
-vtkMTimeType lastChange(vtkRenderer &renderer)
+vtkMTimeType lastChange(vtkRenderer *renderer)
 {
-    vtkMTimeType last = renderer.GetActiveCamera()->GetMTime();
-    vtkPropCollection *props = renderer.GetViewProps();
+    if (!renderer)
+        return 0;
+    vtkMTimeType last = renderer->GetActiveCamera()->GetMTime();
+    vtkPropCollection *props = renderer->GetViewProps();
     vtkCollectionSimpleIterator each;
     for (props->InitTraversal(each); vtkProp *prop = props->GetNextProp(each);)
         last = std::max(last, prop->GetRedrawMTime());
@@ -52,9 +54,9 @@ void MouseInteractorStylePP::OnLeftButtonUp()
     GetInteractor()->EnableRenderOn();
 }
 
-vtkRenderer &MouseInteractorStylePP::renderer()
+vtkRenderer *MouseInteractorStylePP::renderer()
 {
-    return *GetInteractor()->GetRenderWindow()->GetRenderers()->GetFirstRenderer();
+    return GetInteractor()->GetRenderWindow()->GetRenderers()->GetFirstRenderer();
 }
 
 void MouseInteractorStylePP::pick()
@@ -62,7 +64,7 @@ void MouseInteractorStylePP::pick()
     vtkRenderWindowInteractor *rwi = GetInteractor();
     vtkAbstractPicker *picker = rwi->GetPicker();
     const int *position = rwi->GetEventPosition();
-    picker->Pick(position[0], position[1], 0.0, &renderer());
+    picker->Pick(position[0], position[1], 0.0, renderer());
 
     double coords[3];
     picker->GetPickPosition(coords);

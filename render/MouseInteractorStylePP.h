@@ -33,7 +33,7 @@ Q_SIGNALS:
 
 private:
     void pick();
-    vtkRenderer &renderer();
+    vtkRenderer *renderer();
 
     QElapsedTimer pressed;
     vtkMTimeType sceneAtPress = 0; ///< its last change before the button went down

@@ -55,8 +55,8 @@ const QLatin1String layoutName("Olvik3DViewerLayout");
 constexpr int newGradientMin = 0;
 constexpr int newGradientMax = 1000;
 
-/// Ends the worker thread, which fills the view, before the view goes: the host may delete it, alone
-/// or by clearing a layout. QObject::destroyed would come too late.
+/// Ends the worker thread, which fills the view, before the view goes: the host may delete it,
+/// alone or by clearing a layout. QObject::destroyed would come too late.
 class WatchedView : public Olvik3DViewerWidget
 {
 public:

@@ -51,10 +51,10 @@ public:
     /// then on.
     void stopWorker();
 
-    /// Takes the viewer off the screen, keeps its settings and deletes this object, deferred: it may
-    /// be inside a slot or have events waiting for it. While a dialog runs its own event loop, which
-    /// may be inside a slot of this object or of its widgets, that is put off until the dialog is
-    /// closed.
+    /// Takes the viewer off the screen, keeps its settings and deletes this object, deferred: it
+    /// may be inside a slot or have events waiting for it. While a dialog runs its own event loop,
+    /// which may be inside a slot of this object or of its widgets, that is put off until the
+    /// dialog is closed.
     void retire();
 
 Q_SIGNALS:

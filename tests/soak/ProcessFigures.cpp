@@ -47,8 +47,8 @@ double residentMegabytes()
 
 void ProcessFigures::giveFreedMemoryBack()
 {
-    // malloc_trim() leaves the free end of another thread's arena alone, and with the threshold that
-    // adapts to what was freed that is up to 64 MB for each.
+    // malloc_trim() leaves the free end of another thread's arena alone, and with the threshold
+    // that adapts to what was freed that is up to 64 MB for each.
     mallopt(M_TRIM_THRESHOLD, 128 * 1024);
 }
 

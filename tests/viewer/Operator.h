@@ -10,7 +10,8 @@
 #include <QTimer>
 
 /// Answers the dialogs that one call opens, as an operator would: the file dialog by a name (none
-/// cancels), message boxes by Ok or the given answer. Remembers what the dialogs proposed and what the boxes said.
+/// cancels), message boxes by Ok or the given answer. Remembers what the dialogs proposed and what
+/// the boxes said.
 class Operator : public QObject
 {
 public:
