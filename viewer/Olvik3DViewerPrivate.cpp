@@ -82,7 +82,8 @@ void ensureApplication()
     // QApplication keeps a reference to its argument count. It is not deleted here: other viewers
     // may use it by the time that this one goes.
     static int argc = 0;
-    new QApplication(argc, nullptr);
+    [[maybe_unused]] static const QApplication *kept = nullptr;
+    kept = new QApplication(argc, nullptr);
 }
 
 /// Where and as large as stored, though never beyond the screens: they may have changed since, and
