@@ -544,7 +544,7 @@ void Olvik3DViewerWidget::load(QString path, bool swap)
     if (swap)
         DataConverter::swapzy(scan.cloud);
     setInvertedaxis(swap);
-    const Extents extents = sharedState().extents;
+    const Extents extents = read(&State::extents);
     scan.bounds = extents.boundsAll;
     scan.heightRange = extents.boundsNoZero;
     dropPictureOnFailure([&] { loadScan(scan); });

@@ -2,6 +2,7 @@
 
 #include "CloudPoints.h"
 #include "ColorLookup.h"
+#include "PointCloud.h"
 
 #include <vtkPointData.h>
 #include <vtkPoints.h>
@@ -64,9 +65,7 @@ void ScanPreparer::replacePoints(vtkPolyData &cloud, const Factors &factors)
     vtkPoints *points = cloud.GetPoints();
     const vtkSmartPointer<vtkFloatArray> scaled = scaledPoints.take(points->GetNumberOfPoints(), 3);
     copyScaled(*points, factors, scaled->GetPointer(0));
-    vtkNew<vtkPoints> replacement;
-    replacement->SetData(scaled);
-    cloud.SetPoints(replacement);
+    cloud.SetPoints(pointsOver(scaled));
 }
 
 void ScanPreparer::color(const Scan &drawn, const Scan &unscaled, const ColorLookup &lookup)
