@@ -11,6 +11,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPersistentModelIndex>
+#include <QPointer>
 
 #include <exception>
 #include <memory>
@@ -102,22 +103,30 @@ bool GradientTableDelegate::editorEvent(QEvent *event, QAbstractItemModel *model
     if (!isThere || !asksForBuilder(*event, option, index))
         return QStyledItemDelegate::editorEvent(event, model, option, index);
 
-    try {
-        edit(model, index);
-    } catch (const GradientCollection::FileErrorException &) {
-        tellGradientsNotSaved(nullptr);
-    } catch (const std::exception &) {
-        tellGradientLacksAnEnd(nullptr);
-    }
+    edit(model, index);
     return true;
 }
 
 void GradientTableDelegate::edit(QAbstractItemModel *model, const QModelIndex &index)
 {
-    // The dialog lets events through that may remove the row.
+    if (!gradientInRow(collection.get(), index))
+        return;
+    try {
+        runBuilderOn(model, index);
+    } catch (const GradientCollection::FileErrorException &) {
+        tellGradientsNotSaved(nullptr);
+    } catch (const std::exception &) {
+        tellGradientLacksAnEnd(nullptr);
+    }
+}
+
+void GradientTableDelegate::runBuilderOn(QAbstractItemModel *model, const QModelIndex &index)
+{
+    // The dialog lets events through that may remove the row, or all of this.
+    const QPointer<GradientTableDelegate> self(this);
     const QPersistentModelIndex edited = index;
     const QString name = index.sibling(index.row(), gradientNameColumn).data().toString();
-    if (!runBuilder(collection->getGradientAt(index.row()), name))
+    if (!runBuilder(collection->getGradientAt(index.row()), name) || !self)
         return;
 
     if (edited.isValid())

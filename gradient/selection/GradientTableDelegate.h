@@ -27,6 +27,10 @@ public:
     void setModelData(
         QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override;
 
+    /// Opens the builder for the gradient of a row and tells the user what fails; nothing happens
+    /// for a row that the collection does not have. The delegate may be deleted meanwhile.
+    void edit(QAbstractItemModel *model, const QModelIndex &index);
+
 Q_SIGNALS:
     /// The user accepted the changes to a gradient, be it the current one or not.
     void currentGradientChanged();
@@ -40,7 +44,7 @@ protected:
         const QModelIndex &index) override;
 
 private:
-    void edit(QAbstractItemModel *model, const QModelIndex &index);
+    void runBuilderOn(QAbstractItemModel *model, const QModelIndex &index);
 
     std::shared_ptr<GradientCollection> collection;
 };

@@ -19,7 +19,6 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QMainWindow>
-#include <QPersistentModelIndex>
 #include <QPointer>
 #include <QPushButton>
 #include <QResizeEvent>
@@ -156,10 +155,10 @@ void GradientTableWidget::buildTable()
         | QAbstractItemView::EditKeyPressed);
     table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     table->verticalHeader()->hide();
-    setUpKeys();
+    setUpKeys(*delegate);
 }
 
-void GradientTableWidget::setUpKeys()
+void GradientTableWidget::setUpKeys(GradientTableDelegate &delegate)
 {
     table->setTabKeyNavigation(false);
     for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
@@ -167,7 +166,8 @@ void GradientTableWidget::setUpKeys()
         // that is edited in place the key stays there.
         auto *shortcut = new QShortcut(key, table);
         shortcut->setContext(Qt::WidgetShortcut);
-        connect(shortcut, &QShortcut::activated, this, &GradientTableWidget::editCurrentRow);
+        connect(shortcut, &QShortcut::activated, &delegate,
+            [this, &delegate] { delegate.edit(tableModel, table->currentIndex()); });
     }
 }
 
@@ -425,19 +425,6 @@ void GradientTableWidget::remove(int row)
     onComboIndexChanged(qMax(0, collection->getGradients().indexOf(currentGradient)));
     if (!isSaved)
         tellGradientsNotSaved(this);
-}
-
-/// As a click on the row does it.
-void GradientTableWidget::editCurrentRow()
-{
-    const QPersistentModelIndex edited = table->currentIndex();
-    if (!edited.isValid() || edited.row() >= collection->size()
-        || !runBuilder(collection->getGradientAt(edited.row())))
-        return;
-
-    if (edited.isValid())
-        tableModel->mydataChanged(edited);
-    Q_EMIT currentGradientChanged();
 }
 
 /// Only rows that the collection has: a refused insertion is announced nevertheless.

@@ -10,6 +10,7 @@
 
 class GradientCollection;
 class GradientComboBoxModel;
+class GradientTableDelegate;
 class GradientTableModel;
 class QComboBox;
 class QPushButton;
@@ -86,7 +87,7 @@ private:
     void buildTable();
     void buildLayout();
     QToolBar *buildToolBar();
-    void setUpKeys();
+    void setUpKeys(GradientTableDelegate &delegate);
     void setUpSelector(QComboBox &selector) const;
     void restoreAfterOtherSelectors() const;
     void bringToFront();
@@ -95,7 +96,6 @@ private:
     bool insert(const std::shared_ptr<Gradient> &gradient);
     void forgetMissingRows();
     void remove(int row);
-    void editCurrentRow();
     QList<int> selectedRows() const;
 
     QTableView *table = nullptr;
