@@ -14,6 +14,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -124,8 +125,11 @@ QImage rangeMap(
         return {};
 
     out = static_cast<unsigned char *>(std::malloc(3 * static_cast<std::size_t>(count)));
-    if (!out)
-        return {};
+    QImage image = out ? QImage(out, w, h, 3 * w, QImage::Format_RGB888) : QImage();
+    if (image.isNull()) {
+        std::free(std::exchange(out, nullptr));
+        return image;
+    }
 
     const DistanceScale scale = distanceScale(values, count);
     const auto greyOf = [&scale](float value) {
@@ -138,7 +142,7 @@ QImage rangeMap(
         fillPixels(values, count, out, [&](float v) { return gradientColor(gradient, v); });
     else
         fillPixels(values, count, out, [&](float v) { return hueColor(distanceByte(v, scale)); });
-    return QImage(out, w, h, 3 * w, QImage::Format_RGB888);
+    return image;
 }
 
 } // namespace

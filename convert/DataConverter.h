@@ -69,7 +69,7 @@ public:
     /// \param gradient the colours; one without stops stands for the hue ramp of distanceToColor(),
     ///        one whose bounds are both 0 colours every pixel black
     /// \return an image over \a out; a null image for an empty buffer, a product of the sizes that
-    ///        wraps, lines of more than INT_MAX bytes, or without memory
+    ///        wraps, lines that QImage cannot hold (INT_MAX bits), or without memory
     static QImage generateImageRangeMap(
         float *values, int w, int h, unsigned char *&out, bool grey, const Gradient &gradient);
     static QImage generateImageRangeMap(unsigned char *values, int w, int h, unsigned char *&out,

@@ -8,9 +8,10 @@
 
 namespace {
 
-/// VTK 9.1 reads lines into a buffer of 4096 bytes; nobody's header comes near.
+/// Of lines that are no remark; VTK 9.1 reads them into a buffer of 4096 bytes.
 constexpr qint64 longestLine = 1024;
-constexpr qint64 longestHeader = 64LL * 1024;
+/// Without remarks. Keeps a hostile file from filling the memory with properties.
+constexpr qint64 longestHeader = 1024LL * 1024;
 
 using Words = QList<QByteArray>;
 
@@ -59,13 +60,23 @@ QByteArray nameOf(PlyHeader::Format format)
     return "ascii";
 }
 
-/// \return nothing for a line without an end, too long a line, or one that is no text
+bool isRemark(const Words &words)
+{
+    return words.first() == "comment" || words.first() == "obj_info";
+}
+
+/// \return the first words of a remark, all words of other lines; nothing for a line without an
+///         end, too long a line, or one that is no text
 std::optional<Words> readWords(QIODevice &device)
 {
-    const QByteArray line = device.readLine(longestLine);
-    if (!line.endsWith('\n') || line.contains('\0'))
+    QByteArray part = device.readLine(longestLine);
+    const Words words = part.simplified().split(' ');
+    // Tools keep whole tables in one remark, which needs no memory.
+    while (isRemark(words) && !part.isEmpty() && !part.endsWith('\n') && !part.contains('\0'))
+        part = device.readLine(longestLine);
+    if (!part.endsWith('\n') || part.contains('\0'))
         return std::nullopt;
-    return line.simplified().split(' ');
+    return words;
 }
 
 class Parser
@@ -73,12 +84,18 @@ class Parser
 public:
     std::optional<PlyHeader> parse(QIODevice &device)
     {
-        if (readWords(device) != Words{"ply"})
+        // By itself: in another kind of file a remark may have no end.
+        const QByteArray magic = device.readLine(longestLine);
+        if (!magic.endsWith('\n') || magic.simplified() != "ply")
             return std::nullopt;
-        while (device.pos() < longestHeader) {
+        for (qint64 length = 0; length < longestHeader;) {
+            const qint64 start = device.pos();
             const std::optional<Words> words = readWords(device);
             if (!words)
                 return std::nullopt;
+            if (isRemark(*words))
+                continue;
+            length += device.pos() - start;
             if (*words == Words{"end_header"})
                 return isComplete() ? std::make_optional(header) : std::nullopt;
             if (!accept(*words))
@@ -104,8 +121,6 @@ private:
     bool accept(const Words &words)
     {
         const QByteArray &keyword = words.first();
-        if (keyword == "comment" || keyword == "obj_info")
-            return true;
         if (keyword == "format")
             return acceptFormat(words);
         if (keyword == "element")

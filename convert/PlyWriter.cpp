@@ -1,10 +1,10 @@
 #include "PlyWriter.h"
 
+#include "FileReplacement.h"
 #include "FloatText.h"
 
-#include <QFile>
-#include <QFileInfo>
-#include <QSaveFile>
+#include <QByteArray>
+#include <QIODevice>
 
 #include <vtkFloatArray.h>
 #include <vtkPoints.h>
@@ -12,13 +12,8 @@
 
 #include <algorithm>
 #include <array>
-#include <csignal>
-#include <ctime>
 #include <future>
 #include <vector>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace {
 
@@ -27,37 +22,6 @@ constexpr vtkIdType pointsPerBlock = 16384;
 /// Keeps the cores busy while one block is written.
 constexpr vtkIdType blocksAtOnce = 4;
 constexpr std::size_t longestLine = 3 * (floatTextRoom + 1) + 1;
-
-/// Keeps the end of a pipe's reader from ending the host: the write fails instead. Not around the
-/// start of a thread, which would inherit the block.
-class BrokenPipeGuard
-{
-public:
-    BrokenPipeGuard()
-    {
-        sigemptyset(&brokenPipe);
-        sigaddset(&brokenPipe, SIGPIPE);
-        pthread_sigmask(SIG_BLOCK, &brokenPipe, &before);
-    }
-    ~BrokenPipeGuard()
-    {
-        const timespec now = {0, 0};
-        if (sigismember(&before, SIGPIPE) == 0)
-            sigtimedwait(&brokenPipe, nullptr, &now);
-        pthread_sigmask(SIG_SETMASK, &before, nullptr);
-    }
-    Q_DISABLE_COPY_MOVE(BrokenPipeGuard)
-
-private:
-    sigset_t brokenPipe;
-    sigset_t before;
-};
-
-bool isSpecial(const QString &path)
-{
-    const QFileInfo info(path);
-    return info.exists() && !info.isFile();
-}
 
 QByteArray headerText(vtkIdType count)
 {
@@ -74,12 +38,6 @@ QByteArray headerText(vtkIdType count)
           "element face 0\n"
           "property list uchar int vertex_indices\n"
           "end_header\n";
-}
-
-bool writeAll(QIODevice &device, const char *data, qint64 size)
-{
-    const BrokenPipeGuard guard;
-    return device.write(data, size) == size;
 }
 
 /// \param line has room for longestLine
@@ -111,7 +69,11 @@ public:
         });
     }
 
-    bool write(QIODevice &device) { return writeAll(device, text.data(), future.get()); }
+    bool write(QIODevice &device)
+    {
+        const qint64 size = future.get();
+        return device.write(text.data(), size) == size;
+    }
 
 private:
     const float *coordinates(vtkPoints &points, vtkIdType first, vtkIdType count)
@@ -163,38 +125,9 @@ bool writeCloud(QIODevice &device, vtkPolyData &cloud)
 {
     vtkPoints *points = cloud.GetPoints();
     const QByteArray header = headerText(points == nullptr ? 0 : points->GetNumberOfPoints());
-    if (!writeAll(device, header.constData(), header.size()))
+    if (device.write(header) != header.size())
         return false;
     return points == nullptr || writePoints(device, *points);
-}
-
-bool writeInPlace(vtkPolyData &cloud, const QString &path)
-{
-    // Without O_NONBLOCK a pipe would hold the caller until somebody reads it.
-    const int descriptor =
-        ::open(QFile::encodeName(path).constData(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    if (descriptor < 0)
-        return false;
-
-    QFile file;
-    const auto mode = QIODevice::WriteOnly | QIODevice::Unbuffered;
-    if (::fcntl(descriptor, F_SETFL, 0) != 0
-        || !file.open(descriptor, mode, QFileDevice::AutoCloseHandle)) {
-        ::close(descriptor);
-        return false;
-    }
-    const bool written = writeCloud(file, cloud);
-    file.close();
-    return written && file.error() == QFileDevice::NoError;
-}
-
-bool replaceFile(vtkPolyData &cloud, const QString &path)
-{
-    QSaveFile file(path);
-    file.setDirectWriteFallback(true);
-    // Unbuffered: Qt 5.15's commit() forgets the failure of a write that it had put off.
-    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && writeCloud(file, cloud)
-        && file.commit() && file.error() == QFileDevice::NoError;
 }
 
 } // namespace
@@ -202,7 +135,7 @@ bool replaceFile(vtkPolyData &cloud, const QString &path)
 QString plyTarget(const QString &path)
 {
     const QString suffix = QStringLiteral(".ply");
-    return path.endsWith(suffix) || isSpecial(path) ? path : path + suffix;
+    return path.endsWith(suffix) || isSpecialFile(path) ? path : path + suffix;
 }
 
 bool writePly(vtkPolyData &cloud, const QString &path)
@@ -210,6 +143,6 @@ bool writePly(vtkPolyData &cloud, const QString &path)
     if (path.isEmpty() || path.contains(QChar::Null))
         return false;
 
-    const QString target = plyTarget(path);
-    return isSpecial(target) ? writeInPlace(cloud, target) : replaceFile(cloud, target);
+    const auto write = [&cloud](QIODevice &device) { return writeCloud(device, cloud); };
+    return replaceFile(plyTarget(path), write);
 }

@@ -12,8 +12,10 @@ QString plyTarget(const QString &path);
 /// polygons and colours, to the byte. Only reads the cloud; any thread may call it, one per cloud.
 /// Threads of its own make the text, a few megabytes ahead; the caller writes it.
 ///
-/// A regular file is written whole or not at all. Devices and pipes are written in place; a file in
-/// a folder that takes no new files is, too. A pipe that nobody reads is a failure, not a wait.
+/// A regular file is written whole or not at all, as far as replaceFile() promises it.
+///
+/// A pipe that nobody reads is a failure, not a wait; one whose reader takes nothing for five
+/// seconds is, too.
 /// \param path as for plyTarget()
 /// \return false when the text did not arrive in full; the console stays silent
 [[nodiscard]] bool writePly(vtkPolyData &cloud, const QString &path);

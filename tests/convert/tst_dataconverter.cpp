@@ -86,6 +86,16 @@ private Q_SLOTS:
         QVERIFY(DataConverter::generateImageRangeMap(&one, w, h, out, true, Gradient()).isNull());
     }
 
+    void linesThatAnImageCannotHoldGiveNothing()
+    {
+        std::vector<unsigned char> line(std::numeric_limits<int>::max() / 24 + 1);
+        unsigned char *out = nullptr;
+        const int width = static_cast<int>(line.size());
+        QVERIFY(DataConverter::generateImageRangeMap(line.data(), width, 1, out, true, Gradient())
+                    .isNull());
+        QVERIFY(!out);
+    }
+
     /// Whatever the console is told fails the test.
     void noMemoryIsAnException()
     {
