@@ -9,6 +9,12 @@
 namespace {
 
 const QString noSection = QStringLiteral("General");
+/// Makes a list of the one part behind it. QSettings reads an empty pair of quotes as nothing, and
+/// so gets the part alone, which is also how it writes a list of one text.
+const QByteArray listMark("\"\"");
+const QString invalidText = QStringLiteral("@Invalid()");
+/// Keeps a hostile file from filling the stack, and from costing more than its length.
+constexpr int deepestList = 16;
 
 bool isHexDigit(char c)
 {
@@ -45,10 +51,10 @@ QString keyFrom(const QByteArray &text)
         const int first = i + (digits == 4 ? 2 : 1);
         bool isNumber = false;
         const ushort code = text.mid(first, digits).toUShort(&isNumber, 16);
-        if (isNumber)
-            i = first + digits - 1;
         const auto plain = static_cast<uchar>(text[i]);
         key += isNumber ? QChar(code) : plain == '\\' ? QChar('/') : QChar(plain);
+        if (isNumber)
+            i = first + digits - 1;
     }
     return key;
 }
@@ -137,14 +143,28 @@ QVector<int> numbersIn(const QString &text)
     return numbers;
 }
 
+bool isList(const QVariant &value)
+{
+    // To Qt 6 texts are lists of characters, too.
+    const int type = value.userType();
+    return type != QMetaType::QString && type != QMetaType::QByteArray
+        && value.canConvert<QVariantList>();
+}
+
+QByteArray partsFor(const QVariantList &list);
+
 QString textOf(const QVariant &value)
 {
+    if (isList(value)) {
+        const QByteArray parts = partsFor(value.value<QVariantList>());
+        return "@List(" + QString::fromLatin1(parts) + ')';
+    }
     const QRect rect = value.toRect();
     const QPoint point = value.toPoint();
     const QSize size = value.toSize();
-    switch (static_cast<QMetaType::Type>(value.type())) {
+    switch (value.userType()) {
     case QMetaType::UnknownType:
-        return QStringLiteral("@Invalid()");
+        return invalidText;
     case QMetaType::QByteArray: {
         const QByteArray bytes = value.toByteArray();
         return "@ByteArray(" + QString::fromLatin1(bytes.constData(), bytes.size()) + ')';
@@ -165,20 +185,25 @@ QString textOf(const QVariant &value)
     }
 }
 
-QVariant valueFrom(const QString &text)
+QVariant listFrom(const QStringList &parts, int depth);
+
+/// \param depth number of lists around the value
+QVariant valueFrom(const QString &text, int depth = 0)
 {
     if (text.startsWith(QLatin1String("@@")))
         return text.mid(1);
-    if (text == QLatin1String("@Invalid()"))
+    if (text == invalidText)
         return {};
     const QString type = text.section('(', 0, 0);
-    if (!text.startsWith('@') || !text.endsWith(')'))
+    if (!text.startsWith('@') || !text.endsWith(')') || type == text)
         return text;
     const QString content = text.mid(type.size() + 1).chopped(1);
     if (type == QLatin1String("@ByteArray"))
         return content.toLatin1();
     if (type == QLatin1String("@String"))
         return content;
+    if (type == QLatin1String("@List") && depth < deepestList)
+        return listFrom(content.isEmpty() ? QStringList() : partsOf(content.toLatin1()), depth + 1);
     const QVector<int> numbers = numbersIn(content);
     if (type == QLatin1String("@Point") && numbers.size() == 2)
         return QPoint(numbers[0], numbers[1]);
@@ -189,29 +214,45 @@ QVariant valueFrom(const QString &text)
     return text;
 }
 
+QVariant listFrom(const QStringList &parts, int depth)
+{
+    QVariantList list;
+    bool isText = true;
+    for (const QString &part : parts) {
+        list += valueFrom(part, depth);
+        isText = isText && list.last().userType() == QMetaType::QString;
+    }
+    return isText ? QVariant(QVariant(list).toStringList()) : QVariant(list);
+}
+
+QByteArray partsFor(const QVariantList &list)
+{
+    QByteArray parts;
+    for (const QVariant &element : list)
+        parts += (parts.isEmpty() ? "" : ", ") + escapedText(textOf(element));
+    return parts;
+}
+
 QByteArray lineOf(const QVariant &value)
 {
-    const QVariantList list = value.toList();
+    if (!isList(value))
+        return escapedText(textOf(value));
+    const auto list = value.value<QVariantList>();
     if (list.isEmpty())
-        return escapedText(textOf(value.canConvert<QVariantList>() ? QVariant() : value));
-    QByteArray line;
-    for (const QVariant &element : list)
-        line += (line.isEmpty() ? "" : ", ") + escapedText(textOf(element));
-    return line;
+        return listMark + invalidText.toLatin1();
+    if (list.size() > 1)
+        return partsFor(list);
+    // The short form of a list of nothing is taken: it is an empty list.
+    return list.first().isValid() ? listMark + partsFor(list) : escapedText(textOf(value));
 }
 
 QVariant valueOfLine(const QByteArray &line)
 {
     const QStringList parts = partsOf(line);
-    if (parts.size() == 1)
+    const bool isMarked = line.size() > listMark.size() && line.startsWith(listMark);
+    if (parts.size() == 1 && !isMarked)
         return valueFrom(parts.first());
-    QVariantList list;
-    bool isText = true;
-    for (const QString &part : parts) {
-        list += valueFrom(part);
-        isText = isText && list.last().type() == QVariant::String;
-    }
-    return isText ? QVariant(QVariant(list).toStringList()) : QVariant(list);
+    return listFrom(parts.size() == 1 && parts.first() == invalidText ? QStringList() : parts, 1);
 }
 
 QString sectionFrom(const QByteArray &line)

@@ -3,9 +3,13 @@
 #include "IniText.h"
 
 #include <QFile>
-#include <QFileInfo>
 #include <QMutexLocker>
 #include <QThread>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -16,18 +20,31 @@ QSettings::Format format()
     return ini;
 }
 
-/// Killed between making its lock and signing it, a process leaves an empty one, which Qt would
-/// wait 30 seconds for.
+/// Not while a process that lives has signed it. Empty, it may be about to be signed.
+bool mayBeAbandoned(int lock)
+{
+    struct stat state = {};
+    const bool isThere = ::fstat(lock, &state) == 0 && state.st_nlink > 0;
+    return isThere && (state.st_size == 0 || ::flock(lock, LOCK_EX | LOCK_NB) == 0);
+}
+
+/// A process that crashes leaves its lock. Qt waits 30 seconds when it was not signed yet, and when
+/// another process got the number it is signed with, as in a container. But the system's own lock
+/// on it ends with the process.
 void removeAbandonedLock(const QString &path)
 {
     constexpr int attempts = 20;
-    for (int attempt = 0; attempt < attempts; ++attempt) {
-        const QFileInfo lock(path);
-        if (!lock.exists() || lock.size() > 0)
-            return;
+    const int lock = ::open(QFile::encodeName(path).constData(), O_RDWR | O_CLOEXEC);
+    if (lock < 0)
+        return;
+    // Qt gives the system's lock back just before it removes its own.
+    for (int attempt = 0; attempt < attempts && mayBeAbandoned(lock); ++attempt)
         QThread::msleep(10);
-    }
-    QFile::remove(path);
+    // Looked at once it is ours: another starter may have removed it, and a third may have made its
+    // own, which has the path now.
+    if (::flock(lock, LOCK_EX | LOCK_NB) == 0 && mayBeAbandoned(lock))
+        QFile::remove(path);
+    ::close(lock);
 }
 
 } // namespace

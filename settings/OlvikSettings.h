@@ -25,8 +25,8 @@ public:
     OlvikSettings &operator=(const OlvikSettings &) = delete;
 
     /// \return the stored value, or \a defaultValue when the key does not exist. After a restart
-    ///         all but points, sizes, rectangles, byte arrays and lists of them comes back as text:
-    ///         convert it with QVariant's toInt() and its like.
+    ///         all but points, sizes, rectangles, byte arrays and lists, which may hold lists, comes
+    ///         back as text: convert it with QVariant's toInt() and its like.
     QVariant value(const QString &key, const QVariant &defaultValue = QVariant()) const;
     /// \param value has a text form; what has none, a map for instance, is lost with the process
     void setValue(const QString &key, const QVariant &value);
