@@ -55,6 +55,10 @@
         <translation>Fehler in den Grenzen</translation>
     </message>
     <message>
+        <source>Error</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
         <source>Please check Bound values</source>
         <translation>Bitte prüfen Sie die Werte der Grenzen.</translation>
     </message>
@@ -94,6 +98,10 @@ Rechtsklick: Bearbeiten</translation>
     <message>
         <source>Error</source>
         <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>Please enter a name.</source>
+        <translation>Bitte geben Sie einen Namen ein.</translation>
     </message>
     <message>
         <source>The gradients could not be saved.</source>

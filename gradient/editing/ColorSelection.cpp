@@ -2,6 +2,7 @@
 
 #include "FittingFont.h"
 #include "GradientColor.h"
+#include "GradientDialogs.h"
 
 #include <QColorDialog>
 #include <QDoubleValidator>
@@ -9,8 +10,10 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
+#include <QPointer>
 
 #include <limits>
+#include <memory>
 
 namespace {
 
@@ -55,9 +58,13 @@ ColorSelection::ColorSelection(QString label, double initialBound, QColor color,
 
 void ColorSelection::onColorCliked()
 {
-    const QColor chosen = QColorDialog::getColor(
-        currentColor, this, tr("Select Color for bound"), QColorDialog::ShowAlphaChannel);
-    if (!chosen.isValid())
+    const QPointer<ColorSelection> self(this);
+    auto dialog = std::make_unique<QColorDialog>(this);
+    dialog->setWindowTitle(tr("Select Color for bound"));
+    dialog->setOptions(QColorDialog::ShowAlphaChannel);
+    dialog->setCurrentColor(currentColor);
+    const QColor chosen = chosenColor(std::move(dialog), *this);
+    if (!self || !chosen.isValid())
         return;
 
     currentColor = chosen;

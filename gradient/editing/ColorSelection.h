@@ -28,7 +28,7 @@ public:
     void setBound(double newBound) { bound = newBound; }
 
 public Q_SLOTS:
-    /// Asks for a colour; runs an event loop until the user answers.
+    /// Asks for a colour; runs an event loop until the user answers. May be deleted meanwhile.
     void onColorCliked();
 
 private:

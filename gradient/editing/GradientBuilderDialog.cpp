@@ -4,18 +4,19 @@
 #include "FittingFont.h"
 #include "Gradient.h"
 #include "GradientBuilderWidget.h"
+#include "GradientDialogs.h"
 #include "GradientHelp.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>
 
 #include <algorithm>
 #include <exception>
+#include <utility>
 
 namespace {
 
@@ -79,6 +80,11 @@ QColor GradientBuilderDialog::getMaxColor() const
 QSize GradientBuilderDialog::sizeHint() const
 {
     return size();
+}
+
+void GradientBuilderDialog::setNameCheck(std::function<QString(const QString &)> check)
+{
+    nameCheck = std::move(check);
 }
 
 void GradientBuilderDialog::onGradientNameChanged(const QString &newName)
@@ -199,17 +205,30 @@ void GradientBuilderDialog::showHelpLink(const QString &text)
     helpLink->setText(QStringLiteral("<a href=\"help\">%1</a>").arg(text));
 }
 
+void GradientBuilderDialog::tell(const QString &title, const QString &text)
+{
+    showGradientMessage(this, QMessageBox::Critical, title, text);
+}
+
+/// Tells the user what is wrong; the dialog may be gone afterwards.
+bool GradientBuilderDialog::isComplete()
+{
+    const QString refusal = nameCheck ? nameCheck(name) : QString();
+    if (getMin() == 0.0 && getMax() == 0.0)
+        tell(tr("Enter Bounds"), tr("Please enter min and/or max values (bounds)"));
+    else if (getMin() >= getMax())
+        tell(tr("Bound Error"), tr("Please check Bound values"));
+    else if (!refusal.isEmpty())
+        tell(tr("Error"), refusal);
+    else
+        return true;
+    return false;
+}
+
 void GradientBuilderDialog::confirm()
 {
-    if (getMin() == 0.0 && getMax() == 0.0) {
-        QMessageBox::critical(
-            this, tr("Enter Bounds"), tr("Please enter min and/or max values (bounds)"));
+    if (!isComplete())
         return;
-    }
-    if (getMin() >= getMax()) {
-        QMessageBox::critical(this, tr("Bound Error"), tr("Please check Bound values"));
-        return;
-    }
 
     workingGradient->setName(name);
     workingGradient->setMin(getMin(), getMinColor());
@@ -218,7 +237,7 @@ void GradientBuilderDialog::confirm()
     try {
         store();
     } catch (const std::exception &) {
-        QMessageBox::critical(this, tr("Gradient not saved"),
+        tell(tr("Gradient not saved"),
             tr("The gradient could not be saved. Make room on the disk or check that you may "
                "write there, then try again."));
         return;

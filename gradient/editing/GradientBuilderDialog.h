@@ -6,6 +6,7 @@
 #include <QDialog>
 #include <QString>
 
+#include <functional>
 #include <memory>
 
 class ColorSelection;
@@ -17,8 +18,8 @@ class QLabel;
 /// Creates or edits one gradient: name, bounds with their colours, stops.
 ///
 /// Works on a copy and writes it into the caller's gradient when the user confirms with valid
-/// bounds; until then, and when the user cancels, that gradient stays as it is. Meant for exec().
-/// GUI thread only.
+/// bounds; until then, and when the user cancels, that gradient stays as it is. Meant for exec();
+/// may be deleted at any time, with one of its messages open, too. GUI thread only.
 class OLVIK3DVIEWER_EXPORT GradientBuilderDialog : public QDialog
 {
     Q_OBJECT
@@ -40,6 +41,11 @@ public:
 
     void setGradientName(QString newName);
     QString getGradientName() const { return name; }
+
+    /// Without a check any name is taken.
+    /// \param check tells what the user is to read about a name that is refused, nothing when it is
+    /// good. Asked when the user confirms; with a refused name the dialog stays open.
+    void setNameCheck(std::function<QString(const QString &name)> check);
 
     /// The copy that is edited; its name and bounds follow when the user confirms.
     std::shared_ptr<Gradient> getCurrentGradient() { return workingGradient; }
@@ -68,12 +74,15 @@ private:
 
     void toggleHelp();
     void showHelpLink(const QString &text);
+    void tell(const QString &title, const QString &text);
+    bool isComplete();
     void confirm();
     void store();
 
     std::shared_ptr<Gradient> targetGradient;
     std::shared_ptr<Gradient> workingGradient;
     QString name;
+    std::function<QString(const QString &)> nameCheck;
     QWidget *boundsPanel = nullptr;
     GradientBuilderWidget *stopEditor;
     ColorSelection *minSelection = nullptr;

@@ -1,12 +1,14 @@
 #include "GradientBuilderWidget.h"
 
 #include "Gradient.h"
+#include "GradientDialogs.h"
 
 #include <QColorDialog>
 #include <QFontMetrics>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPointer>
 #include <QResizeEvent>
 #include <QToolTip>
 
@@ -14,8 +16,6 @@
 #include <cmath>
 
 namespace {
-
-constexpr float noDrag = -1.0F;
 
 /// A negative bound becomes a huge number of steps: a grid too fine to be noticed.
 quint64 stepsOf(const std::shared_ptr<Gradient> &gradient)
@@ -55,7 +55,6 @@ QFont labelFont(QFont font, int baseline, int center)
 GradientBuilderWidget::GradientBuilderWidget(std::shared_ptr<Gradient> edited, QWidget *parent)
     : QFrame(parent)
     , gradient(std::move(edited))
-    , dragPosition(noDrag)
     , granularity(stepsOf(gradient))
 {
     if (!hasBothEnds(gradient))
@@ -159,13 +158,15 @@ void GradientBuilderWidget::mouseDoubleClickEvent(QMouseEvent *event)
     const QPoint point = event->localPos().toPoint();
     const std::optional<double> position = stopHandleAt(point);
     if (!position) {
-        askForNewStop(adjustPositionToGranularity(positionOnBar(point.x())));
+        askForNewStop(positionOnBar(point.x()));
         return;
     }
     if (isEnd(*position))
         return;
 
-    removeStopAtPosition(static_cast<float>(*position));
+    // As it is: removeStopAtPosition() finds no stop that was set in double precision.
+    gradient->removeStop(*position);
+    update();
     Q_EMIT gradientUpdated();
 }
 
@@ -192,9 +193,35 @@ float GradientBuilderWidget::positionOnBar(int x) const
     return std::clamp(static_cast<float>(x) / fullWidth, 0.0F, 1.0F);
 }
 
+/// A stop that was set in double precision is on the grid where it is.
+double GradientBuilderWidget::placeOnGrid(double position) const
+{
+    const auto rounded = static_cast<float>(position);
+    const float snapped = adjustPositionToGranularity(rounded);
+    return snapped == rounded ? position : snapped;
+}
+
+/// Opaque, as the dialog offers no alpha.
+QColor GradientBuilderWidget::colorAt(double position) const
+{
+    int r = 0;
+    int g = 0;
+    int b = 0;
+    int a = 0;
+    gradient->colorTable().getColorAtValue(static_cast<float>(position), r, g, b, a);
+    return {r, g, b};
+}
+
+void GradientBuilderWidget::setColorAt(double position, const QColor &color)
+{
+    gradient->getQtgrad()->setColorAt(position, color);
+    gradient->updategrad();
+    update();
+}
+
 bool GradientBuilderWidget::isDragLabelShown() const
 {
-    return dragPosition != noDrag && granularity != 0;
+    return dragPosition && granularity != 0;
 }
 
 void GradientBuilderWidget::drawBar(QPainter &painter)
@@ -229,7 +256,7 @@ void GradientBuilderWidget::drawDragLabel(QPainter &painter) const
     const int baseline = static_cast<int>(contents.height() * 4.5 / 5.0);
     const int center = static_cast<int>(contents.width() * 0.5);
     // In single precision, where 100 x 0.29 is 29; the double product is a little less.
-    const float value = static_cast<float>(granularity) * dragPosition;
+    const float value = static_cast<float>(granularity) * static_cast<float>(*dragPosition);
     const QString text = QString::number(static_cast<quint64>(value));
 
     painter.setFont(labelFont(painter.font(), baseline, center));
@@ -248,14 +275,14 @@ void GradientBuilderWidget::drawDragLabel(QPainter &painter) const
 void GradientBuilderWidget::startDrag(double position)
 {
     if (!isEnd(position))
-        dragPosition = static_cast<float>(position);
+        dragPosition = position;
     dragging = true;
     update();
 }
 
 void GradientBuilderWidget::endDrag()
 {
-    dragPosition = noDrag;
+    dragPosition.reset();
     dragging = false;
     update();
 }
@@ -263,14 +290,14 @@ void GradientBuilderWidget::endDrag()
 void GradientBuilderWidget::dragTo(float position)
 {
     const float step = granularity == 0 ? 0.001F : 1.0F / static_cast<float>(granularity);
-    if (dragPosition == noDrag || std::abs(dragPosition - position) < step)
+    if (!dragPosition || std::abs(static_cast<float>(*dragPosition) - position) < step)
         return;
 
     const float snapped = adjustPositionToGranularity(position);
     if (snapped <= 0.0F || snapped >= 1.0F)
         return;
 
-    if (gradient->moveStop(dragPosition, snapped))
+    if (gradient->moveStop(*dragPosition, snapped))
         dragPosition = snapped;
     update();
 }
@@ -297,18 +324,20 @@ void GradientBuilderWidget::askForNewColor(double position)
 
     // The dialog takes the release of a left button that is still down.
     endDrag();
-    QColorDialog dialog;
-    if (stop != stops.cend())
-        dialog.setCurrentColor(stop->second);
-    if (dialog.exec() == QDialog::Accepted && dialog.selectedColor().isValid())
-        addStop(static_cast<float>(position), dialog.selectedColor());
-    update();
+    const QPointer<GradientBuilderWidget> self(this);
+    const QColor shown = stop == stops.cend() ? QColor(Qt::white) : stop->second;
+    const QColor chosen = chosenColor(std::make_unique<QColorDialog>(shown), *this);
+    if (self && chosen.isValid())
+        setColorAt(placeOnGrid(position), chosen);
 }
 
 void GradientBuilderWidget::askForNewStop(float position)
 {
-    QColorDialog dialog;
-    if (dialog.exec() == QDialog::Accepted && dialog.currentColor().isValid())
-        addStop(position, dialog.currentColor());
-    Q_EMIT gradientUpdated();
+    const QPointer<GradientBuilderWidget> self(this);
+    const double place = placeOnGrid(position);
+    const QColor chosen = chosenColor(std::make_unique<QColorDialog>(colorAt(place)), *this);
+    if (self && chosen.isValid())
+        setColorAt(place, chosen);
+    if (self)
+        Q_EMIT gradientUpdated();
 }

@@ -77,6 +77,9 @@ protected:
 private:
     std::optional<double> stopHandleAt(const QPoint &point) const;
     float positionOnBar(int x) const;
+    double placeOnGrid(double position) const;
+    QColor colorAt(double position) const;
+    void setColorAt(double position, const QColor &color);
     bool isDragLabelShown() const;
 
     void drawBar(QPainter &painter);
@@ -95,7 +98,7 @@ private:
     const int handleWidth = 20;
     QLinearGradient barGradient;
     std::shared_ptr<Gradient> gradient;
-    float dragPosition;
+    std::optional<double> dragPosition;
     quint64 granularity;
     bool dragging = false;
 };

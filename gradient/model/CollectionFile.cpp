@@ -1,13 +1,17 @@
 #include "CollectionFile.h"
 
+#include "FileReplacement.h"
+#include "FolderLock.h"
 #include "Gradient.h"
+#include "RecordKey.h"
+#include "RecordMerge.h"
 
 #include <QFile>
 #include <QFileInfo>
+#include <QIODevice>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLatin1String>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <utility>
@@ -15,11 +19,6 @@
 namespace {
 
 const QLatin1String gradientsKey("gradients");
-
-QString nameOf(const QJsonValue &record)
-{
-    return record.toObject().value(QLatin1String("name")).toString();
-}
 
 QSet<QString> namesOf(const QJsonArray &records)
 {
@@ -43,6 +42,16 @@ std::optional<QByteArray> contentOf(const QString &path)
     return file.error() == QFileDevice::NoError ? std::make_optional(text) : std::nullopt;
 }
 
+/// As it is written: what a record lacks, or says in another way, is no change.
+QJsonObject normalized(const QJsonValue &record)
+{
+    Gradient gradient;
+    gradient.read(record.toObject());
+    QJsonObject written;
+    gradient.write(written);
+    return written;
+}
+
 /// Nullopt for what is no collection; an empty file is an empty one.
 std::optional<QJsonArray> recordsIn(const QByteArray &text)
 {
@@ -53,37 +62,32 @@ std::optional<QJsonArray> recordsIn(const QByteArray &text)
     const QJsonArray records = value.toArray();
     if (!value.isArray() || !std::all_of(records.begin(), records.end(), isReadWhole))
         return std::nullopt;
-    return records;
+
+    QJsonArray all;
+    for (const QJsonValue &record : records)
+        all.append(normalized(record));
+    return all;
 }
 
-/// Never replaces a file that was kept earlier, and keeps one content once.
+/// Never replaces a file that was kept earlier, and keeps one content once. False for what cannot
+/// be read, too: nobody knows that it is damaged.
 bool keepAside(const QString &path)
 {
-    for (int number = 1;; ++number) {
+    const std::optional<QByteArray> content = contentOf(path);
+    for (int number = 1; content; ++number) {
         const QString kept = path + QStringLiteral(".damaged-%1").arg(number);
-        // A copy lets a second load() end like the first; a rename needs neither space nor the
-        // right to read.
+        // A copy lets a second load() end like the first; a rename needs no space.
         if (!QFileInfo::exists(kept))
             return QFile::copy(path, kept) || QFile::rename(path, kept);
-        const std::optional<QByteArray> content = contentOf(path);
-        if (content && content == contentOf(kept))
+        if (content == contentOf(kept))
             return true;
     }
+    return false;
 }
 
-bool replaceFile(const QString &path, const QByteArray &text)
+QString folderOf(const QString &path)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    file.write(text);
-    // Flushed here, because commit() of Qt 5.15 misses an error of the flush it does itself, and
-    // would put half a file in place.
-    if (!file.flush()) {
-        file.cancelWriting();
-        return false;
-    }
-    return file.commit();
+    return QFileInfo(realPath(path)).absolutePath();
 }
 
 } // namespace
@@ -94,8 +98,9 @@ CollectionFile::CollectionFile(QString filePath)
 
 std::optional<QJsonArray> CollectionFile::load()
 {
+    // Not in the middle of a save: half a file would be kept aside as a damaged one.
+    const std::shared_ptr<FolderLock> locked = lock();
     isShared = true;
-    others = {};
     knownText.clear();
     const std::optional<QByteArray> text = contentOf(path);
     if (!text)
@@ -105,48 +110,96 @@ std::optional<QJsonArray> CollectionFile::load()
     // save() tries once more what fails here.
     if (records || keepAside(path))
         knownText = *text;
-    knownNames = namesOf(records.value_or(QJsonArray()));
-    return records.value_or(QJsonArray());
+    knownRecords = records.value_or(QJsonArray());
+    common = knownRecords;
+    return common;
 }
 
-bool CollectionFile::save(const QJsonArray &records)
+void CollectionFile::standIn(const QJsonArray &records)
 {
-    const QSet<QString> names = namesOf(records);
-    const std::optional<QJsonArray> added = recordsOfOthers(names);
-    if (!added)
+    if (knownText.isNull())
+        common = records;
+}
+
+std::optional<QJsonArray> CollectionFile::takeUp(const QJsonArray &ours)
+{
+    isShared = true;
+    const std::optional<QJsonArray> records = theirs();
+    if (!records)
+        return std::nullopt;
+
+    const QJsonArray merged = mergedRecords(common, ours, *records);
+    common = *records;
+    return merged == ours ? std::nullopt : std::make_optional(merged);
+}
+
+bool CollectionFile::save(const QJsonArray &ours)
+{
+    const std::shared_ptr<FolderLock> locked = lock();
+    const std::optional<QJsonArray> all = merged(ours);
+    if (!all && !keepAside(path))
         return false;
 
-    QJsonArray all = records;
-    for (const QJsonValue &record : *added)
-        all.append(record);
-    const QByteArray text = QJsonDocument(QJsonObject{{gradientsKey, all}}).toJson();
-    if (!replaceFile(path, text))
+    const QJsonArray records = all.value_or(ours);
+    const QByteArray text = QJsonDocument(QJsonObject{{gradientsKey, records}}).toJson();
+    const auto write = [&text](QIODevice &file) { return file.write(text) == text.size(); };
+    if (!replaceFile(path, write))
         return false;
 
     isShared = true;
     knownText = text;
-    knownNames = names;
-    others = *added;
+    knownRecords = records;
+    // Not what the others have added: to the collection it is still new.
+    common = ours;
     return true;
 }
 
-/// Nullopt when the file is damaged and cannot be kept aside.
-std::optional<QJsonArray> CollectionFile::recordsOfOthers(const QSet<QString> &ownNames) const
+QSet<QString> CollectionFile::names(const QJsonArray &ours)
 {
-    if (!isShared || !QFileInfo::exists(path))
-        return QJsonArray();
+    return namesOf(merged(ours).value_or(ours));
+}
 
-    const std::optional<QByteArray> text = contentOf(path);
-    const bool isKnown = text && !knownText.isNull() && *text == knownText;
-    const std::optional<QJsonArray> inFile = isKnown ? others : recordsIn(text.value_or("?"));
-    if (!inFile)
-        return keepAside(path) ? std::make_optional(QJsonArray()) : std::nullopt;
-
-    QJsonArray added;
-    for (const QJsonValue &record : *inFile) {
-        const QString name = nameOf(record);
-        if (!ownNames.contains(name) && !knownNames.contains(name))
-            added.append(record);
+std::shared_ptr<FolderLock> CollectionFile::lock()
+{
+    std::shared_ptr<FolderLock> locked = held.lock();
+    if (!locked) {
+        locked = std::make_shared<FolderLock>(folderOf(path));
+        held = locked;
     }
-    return added;
+    return locked;
+}
+
+/// As after a save. Nullopt when the file cannot be read or is damaged.
+std::optional<QJsonArray> CollectionFile::merged(const QJsonArray &ours)
+{
+    if (!isShared)
+        return ours;
+
+    const std::optional<QJsonArray> records = theirs();
+    return records ? std::make_optional(mergedRecords(common, ours, *records)) : std::nullopt;
+}
+
+/// Nullopt when the file cannot be read or is damaged. One that is not there, or that nobody has
+/// written into, tells of no change.
+std::optional<QJsonArray> CollectionFile::theirs()
+{
+    if (!QFileInfo::exists(path)) {
+        // The next one is another file, which has dropped nothing.
+        common = {};
+        return common;
+    }
+    const std::optional<QByteArray> text = contentOf(path);
+    if (!text)
+        return std::nullopt;
+    if (text->isEmpty())
+        return common;
+    if (!knownText.isNull() && *text == knownText)
+        return knownRecords;
+
+    std::optional<QJsonArray> records = recordsIn(*text);
+    if (records) {
+        knownText = *text;
+        knownRecords = *records;
+    }
+    return records;
 }

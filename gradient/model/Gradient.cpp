@@ -172,10 +172,8 @@ QColor Gradient::getMaxColor() const
 
 void Gradient::addStop(float position, const QColor &color)
 {
-    if (!isOnAxis(position))
-        return;
-
-    qtgrad.setColorAt(position, color);
+    // Qt ignores a position off the axis with a warning, except NaN, which it takes as a stop.
+    qtgrad.setColorAt(std::isnan(position) ? -1.0F : position, color);
     updategrad();
 }
 

@@ -66,7 +66,8 @@ public:
     QColor getMaxColor() const;
 
     /// Sets the colour at a position, new or not. Emits nothing.
-    /// \param position kept as the widened float; ignored when NaN or outside [0, 1]
+    /// \param position kept as the widened float; ignored, with Qt's own warning, when NaN or outside
+    /// [0, 1]
     void addStop(float position, const QColor &color);
 
     /// Removes the stop at exactly this position, if any. Emits nothing.

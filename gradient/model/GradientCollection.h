@@ -11,6 +11,7 @@
 #include <memory>
 
 class CollectionFile;
+class QJsonArray;
 class QJsonObject;
 
 /// The user's gradients in their order, and the JSON file that holds them: every change to the list
@@ -18,6 +19,12 @@ class QJsonObject;
 ///
 /// The file is replaced as a whole: a full disk, a crash or a kill leaves the previous one. Names
 /// are unique as far as add() and rename() see to it. GUI thread only.
+///
+/// Any number of collections in any number of processes may share a file. Each writes only what has
+/// changed in it since it last had the file's contents, and leaves the rest as the others have made
+/// it; where two have changed the same gradient, the one that saves later wins. What the others
+/// have changed comes in with refresh(), for which the file has to be watched, as
+/// GradientTableWidget does.
 ///
 /// A change that cannot be saved throws into the code that made it, through the gradient's signal
 /// too: whoever changes an entry in answer to an event has to catch, as Qt's event loop lets no
@@ -48,14 +55,29 @@ public:
     /// \throws FileErrorException when the file cannot be read; the entries stay
     void load();
 
-    /// Behind the entries the file keeps those that another collection, in another window or
-    /// process, has added since the last load() or save() here; of equal names the entry here wins.
-    /// Without a load() or save() before it replaces the file.
-    /// \throws FileErrorException when the file cannot be written; the previous one stays
+    /// Writes what has changed here since the last load(), refresh() or save(), and leaves the rest
+    /// of the file as another collection may have changed it since. Without one of these before it
+    /// replaces the file.
+    ///
+    /// Where the file may be written but not be replaced, it is written in place.
+    /// \throws FileErrorException when the file cannot be written, or is there and cannot be read;
+    /// it stays as it was
     void save() const;
+
+    /// Takes up what others have changed in the file since the last load(), refresh() or save();
+    /// what has not been saved here stays. An entry whose name is still there stays the same
+    /// object, and emits its updated() when it has changed. Saves nothing.
+    ///
+    /// A file that is not there, cannot be read or is damaged brings nothing new; then nothing is
+    /// emitted.
+    /// \return false when there is nothing new
+    bool refresh();
 
     /// Replaces all entries without a look at their names. Emits nothing, saves nothing.
     void read(const QJsonObject &json);
+    /// read() for entries that stand in for a file that could not be read or made: they give way to
+    /// its own as soon as there is one.
+    void readStandIn(const QJsonObject &json);
     void write(QJsonObject &json) const;
 
     int size() const { return gradients.size(); }
@@ -71,7 +93,10 @@ public:
 
     bool checkNameExists(QString name) const;
 
-    /// The first free one of "New gradient 0", "New gradient 1", ...
+    /// Whether an entry has the name, here or in the file.
+    bool isNameTaken(const QString &name) const;
+
+    /// The first of "New gradient 0", "New gradient 1", ... that is free here and in the file.
     QString generateUniqueGradientName() const;
 
     /// Black to white under a name that is still free. Not an entry before it is added.
@@ -79,7 +104,7 @@ public:
     std::shared_ptr<Gradient> newGradientShared() const;
 
     /// Appends, saves and emits gradientUpdated(). Null is ignored.
-    /// \throws NameAlreadyExistsException when an entry has the gradient's name
+    /// \throws NameAlreadyExistsException when an entry, here or in the file, has the gradient's name
     /// \throws FileErrorException when saving fails
     /// After both the list is as before and the caller may try again.
     void add(std::shared_ptr<Gradient> gradient);
@@ -92,21 +117,33 @@ public:
 
     /// Renames every entry of the old name, saves and emits gradientUpdated(). Does nothing when
     /// the names are equal, be they known or not.
-    /// \throws NameAlreadyExistsException when the new name is taken
+    /// \throws NameAlreadyExistsException when the new name is taken, here or in the file
     /// \throws NameDoesNotExistsException when there is no entry of the old name
     /// \throws FileErrorException when saving fails
     /// After each of them all names are as before.
     void rename(QString oldName, QString newName);
 
+    /// The same for one entry alone, of several with its name: files may hold such.
+    void renameEntry(const std::shared_ptr<Gradient> &entry, const QString &newName);
+
 Q_SIGNALS:
-    /// After add() and rename(); not after remove(), load(), read() or a change of one gradient.
+    /// After add(), rename() and a refresh() that brought something; not after remove(), load(),
+    /// read() or a change of one gradient here.
     void gradientUpdated();
+    /// refresh() is about to replace and change entries; gradientUpdated() follows.
+    void aboutToRefresh();
 
 private:
+    QJsonArray records() const;
+    void append(const std::shared_ptr<Gradient> &gradient);
+    void renameEntries(const QList<std::shared_ptr<Gradient>> &entries, const QString &newName);
+    std::shared_ptr<Gradient> newEntry(const QJsonObject &record);
+    QList<std::shared_ptr<Gradient>> replaceEntries(const QJsonArray &all);
     void saveChangesOf(const Gradient &gradient);
     void setNames(const QList<std::shared_ptr<Gradient>> &entries, const QString &name);
 
     QList<std::shared_ptr<Gradient>> gradients;
     std::unique_ptr<CollectionFile> file;
-    bool isRenaming = false;
+    bool isRenaming = false; ///< saved once for all entries
+    const Gradient *announced = nullptr; ///< by refresh(): it is as in the file
 };

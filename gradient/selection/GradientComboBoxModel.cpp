@@ -13,6 +13,10 @@ GradientComboBoxModel::GradientComboBoxModel(
     if (collection) {
         connect(collection.get(), &GradientCollection::gradientUpdated, this,
             &GradientComboBoxModel::onGradientCollectionChange);
+        connect(collection.get(), &GradientCollection::aboutToRefresh, this, [this] {
+            isRefreshing = true;
+            beginResetModel();
+        });
     }
 }
 
@@ -61,6 +65,7 @@ std::shared_ptr<Gradient> GradientComboBoxModel::getGradientAt(int index) const
 
 void GradientComboBoxModel::onGradientCollectionChange()
 {
-    beginResetModel();
+    if (!std::exchange(isRefreshing, false))
+        beginResetModel();
     endResetModel();
 }

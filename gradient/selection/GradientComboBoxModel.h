@@ -36,4 +36,5 @@ public Q_SLOTS:
 
 private:
     std::shared_ptr<GradientCollection> collection;
+    bool isRefreshing = false;
 };

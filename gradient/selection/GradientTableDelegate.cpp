@@ -1,8 +1,9 @@
 #include "GradientTableDelegate.h"
 
-#include "GradientBuilderDialog.h"
+#include "GradientBuilding.h"
 #include "GradientMessages.h"
 #include "GradientRows.h"
+#include "StackFrames.h"
 
 #include <QAbstractItemView>
 #include <QDebug>
@@ -40,21 +41,13 @@ bool asksForBuilder(
     return mouse.button() == Qt::LeftButton && (isDoubleClick || isSelected(option, index));
 }
 
-/// False when the user cancels.
-bool runBuilder(const std::shared_ptr<Gradient> &gradient, const QString &name)
-{
-    const auto dialog = std::make_unique<GradientBuilderDialog>(gradient, gradient->getMin(),
-        gradient->getMax(), gradient->getMinColor(), gradient->getMaxColor(), nullptr);
-    dialog->setGradientName(name);
-    return dialog->exec() == QDialog::Accepted;
-}
-
 } // namespace
 
 GradientTableDelegate::GradientTableDelegate(
     std::shared_ptr<GradientCollection> gradients, QWidget *parent)
     : QStyledItemDelegate(parent)
     , collection(std::move(gradients))
+    , frames(std::make_unique<StackFrames>())
 { }
 
 GradientTableDelegate::~GradientTableDelegate() = default;
@@ -73,9 +66,15 @@ void GradientTableDelegate::paint(
     gradient->paint(painter, option.rect, option.palette);
 }
 
+void GradientTableDelegate::countIn(const StackFrames &counting)
+{
+    *frames = counting;
+}
+
 void GradientTableDelegate::setModelData(
     QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const
 {
+    const StackFrames::Hold hold(*frames);
     const QVariant shown = index.data();
     // As the base class does it, whose code is built without regard to exceptions and leaks.
     const QVariant edited =
@@ -111,6 +110,7 @@ void GradientTableDelegate::edit(QAbstractItemModel *model, const QModelIndex &i
 {
     if (!gradientInRow(collection.get(), index))
         return;
+    const StackFrames::Hold hold(*frames);
     try {
         runBuilderOn(model, index);
     } catch (const GradientCollection::FileErrorException &) {
@@ -126,7 +126,7 @@ void GradientTableDelegate::runBuilderOn(QAbstractItemModel *model, const QModel
     const QPointer<GradientTableDelegate> self(this);
     const QPersistentModelIndex edited = index;
     const QString name = index.sibling(index.row(), gradientNameColumn).data().toString();
-    if (!runBuilder(collection->getGradientAt(index.row()), name) || !self)
+    if (!buildGradient(collection, collection->getGradientAt(index.row()), name) || !self)
         return;
 
     if (edited.isValid())

@@ -23,7 +23,10 @@ GradientTableModel::GradientTableModel(
     std::shared_ptr<GradientCollection> gradients, QObject *parent)
     : QAbstractTableModel(parent)
     , collection(std::move(gradients))
-{ }
+{
+    if (collection)
+        followRefreshes();
+}
 
 GradientTableModel::~GradientTableModel() = default;
 
@@ -73,7 +76,7 @@ bool GradientTableModel::setData(const QModelIndex &index, const QVariant &value
 
     try {
         if (index.column() == gradientNameColumn)
-            collection->rename(gradient->getName(), value.toString());
+            collection->renameEntry(gradient, value.toString());
     } catch (const GradientCollection::NameAlreadyExistsException &) {
         tellNameIsTaken();
         return false;
@@ -88,7 +91,7 @@ bool GradientTableModel::removeRows(int row, int count, const QModelIndex &paren
         return false;
 
     bool isSaved = true;
-    beginRemoveRows(QModelIndex(), row, row + count - 1);
+    beginRemoveRows(QModelIndex(), row, row + qMin(count, rowCount() - row) - 1);
     try {
         collection->remove(row);
     } catch (const GradientCollection::FileErrorException &) {
@@ -114,6 +117,19 @@ bool GradientTableModel::insertGradient(std::shared_ptr<Gradient> gradient)
 void GradientTableModel::mydataChanged(const QModelIndex &index)
 {
     Q_EMIT dataChanged(index, index);
+}
+
+/// The collection's own changes are announced as rows.
+void GradientTableModel::followRefreshes()
+{
+    connect(collection.get(), &GradientCollection::aboutToRefresh, this, [this] {
+        isRefreshing = true;
+        beginResetModel();
+    });
+    connect(collection.get(), &GradientCollection::gradientUpdated, this, [this] {
+        if (std::exchange(isRefreshing, false))
+            endResetModel();
+    });
 }
 
 /// False when the file could not be written. Throws nothing: the views wait for the end of the

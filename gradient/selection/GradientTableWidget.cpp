@@ -1,42 +1,43 @@
 #include "GradientTableWidget.h"
 
+#include "FileWatch.h"
 #include "GradientBuilderDialog.h"
+#include "GradientBuilding.h"
 #include "GradientCollection.h"
-#include "GradientComboBoxDelegate.h"
 #include "GradientComboBoxModel.h"
-#include "GradientFactory.h"
+#include "GradientDialogs.h"
 #include "GradientMessages.h"
+#include "GradientSelector.h"
 #include "GradientTableDelegate.h"
 #include "GradientTableModel.h"
+#include "OpenedGradients.h"
+#include "StackFrames.h"
 
 #include <QAbstractItemView>
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QDebug>
-#include <QDir>
-#include <QFontMetrics>
 #include <QHeaderView>
-#include <QJsonArray>
-#include <QJsonObject>
+#include <QKeyEvent>
 #include <QMainWindow>
 #include <QPointer>
 #include <QPushButton>
 #include <QResizeEvent>
 #include <QScopedValueRollback>
 #include <QShortcut>
-#include <QStandardPaths>
 #include <QTableView>
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <QWidgetAction>
 
+#include <algorithm>
 #include <exception>
 
 namespace {
 
 constexpr QSize openIconSize{22, 22};
 constexpr QSize firstSize{480, 420};
-constexpr int popupCharacters = 40;
 
 QIcon icon(const char *name)
 {
@@ -48,42 +49,16 @@ QIcon wheelIcon()
     return icon("icons8-color-wheel-96.png");
 }
 
-QString collectionPath(QString fileName)
-{
-    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
-    folder.mkpath(QStringLiteral("."));
-    if (!fileName.endsWith(QStringLiteral(".json")))
-        fileName += QStringLiteral(".json");
-    return folder.path() + '/' + fileName;
-}
-
 bool isBuiltIn(const QString &name)
 {
     return name == QLatin1String("Default") || name == QLatin1String("Default Color");
-}
-
-std::shared_ptr<Gradient> builtIn(const QString &name, Gradient gradient, int min, int max)
-{
-    gradient.setMax(max);
-    gradient.setMin(min);
-    gradient.setName(name);
-    return std::make_shared<Gradient>(gradient);
-}
-
-Gradient coldToHot()
-{
-    Gradient gradient(0);
-    gradient.addStop(0.0f, QColor(0, 0, 135));
-    gradient.addStop(0.33f, QColor(0, 255, 255));
-    gradient.addStop(0.66f, QColor(255, 255, 0));
-    gradient.addStop(1.0f, QColor(255, 0, 0));
-    return gradient;
 }
 
 } // namespace
 
 GradientTableWidget::GradientTableWidget(QString fileName, int lower, int upper, QWidget *parent)
     : QWidget(parent)
+    , frames(std::make_unique<StackFrames>())
     , min(lower)
     , max(upper)
 {
@@ -92,7 +67,7 @@ GradientTableWidget::GradientTableWidget(QString fileName, int lower, int upper,
     loadCollection(fileName);
     buildTable();
     comboModel = std::make_shared<GradientComboBoxModel>(collection, nullptr);
-    combo = new QComboBox(this);
+    combo = new GradientSelector(collection, this);
     setUpSelector(*combo);
     buildLayout();
     connect(comboModel.get(), &QAbstractItemModel::modelAboutToBeReset, this,
@@ -104,37 +79,51 @@ GradientTableWidget::~GradientTableWidget() = default;
 
 void GradientTableWidget::loadCollection(const QString &fileName)
 {
-    const QString path = collectionPath(fileName);
-    collection = std::make_shared<GradientCollection>(path);
-    try {
-        // Tells of a missing file as of a broken one, which is what a first start looks like.
-        if (QFile::exists(path))
-            collection->load();
-    } catch (const std::exception &) {
-        // Already in the log; the built-in gradients take over.
-    }
-    if (collection->size() == 0)
-        addBuiltIns();
+    const QString path = gradientsPath(fileName);
+    collection = openGradients(path, min, max);
+    fileWatch = new FileWatch(path, this);
+    connect(fileWatch, &FileWatch::changed, this, &GradientTableWidget::takeUpFile);
 }
 
-void GradientTableWidget::addBuiltIns()
+void GradientTableWidget::takeUpFile()
 {
-    const std::shared_ptr<Gradient> gradients[] = {
-        builtIn(QStringLiteral("Default"), GradientFactory::BlackAndWhite(), min, max),
-        builtIn(QStringLiteral("Default Color"), coldToHot(), min, max)};
-    try {
-        for (const std::shared_ptr<Gradient> &gradient : gradients)
-            collection->add(gradient);
-    } catch (const GradientCollection::FileErrorException &) {
-        // A folder that takes no file must not leave the operator without gradients.
-        QJsonArray records;
-        for (const std::shared_ptr<Gradient> &gradient : gradients) {
-            QJsonObject record;
-            gradient->write(record);
-            records.append(record);
-        }
-        collection->read({{QStringLiteral("gradients"), records}});
+    if (isSwitching || isEditing()) {
+        fileWatch->tellLater();
+        return;
     }
+    const QPointer<GradientTableWidget> self(this);
+    const std::shared_ptr<GradientCollection> kept = collection;
+    const QList<int> rows = selectedRows();
+    const std::shared_ptr<Gradient> selected =
+        rows.isEmpty() ? nullptr : kept->getGradientAt(rows.first());
+    // The row may stay where it was and hold another gradient, of which no selector would tell.
+    isSwitching = true;
+    bool isNew = true;
+    try {
+        isNew = kept->refresh();
+    } catch (const std::exception &) {
+        // A receiver has failed. The changes are taken up, and this may be the event loop.
+    }
+    if (!self)
+        return;
+    isSwitching = false;
+    if (!isNew)
+        return;
+    if (kept->getGradients().contains(selected))
+        table->selectRow(kept->getGradients().indexOf(selected));
+    // The name that the selectors went by may have changed.
+    const int chosen = kept->getGradients().indexOf(currentGradient);
+    onComboIndexChanged(chosen < 0 ? combo->currentIndex() : chosen);
+}
+
+/// What the user is at has to stay under the dialog or the editor until it is closed.
+bool GradientTableWidget::isEditing() const
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    return QApplication::activePopupWidget() || table->isPersistentEditorOpen(table->currentIndex())
+        || std::any_of(windows.cbegin(), windows.cend(), [](const QWidget *window) {
+               return window->isVisible() && qobject_cast<const GradientBuilderDialog *>(window);
+           });
 }
 
 void GradientTableWidget::buildTable()
@@ -207,9 +196,6 @@ void GradientTableWidget::buildLayout()
 void GradientTableWidget::setUpSelector(QComboBox &selector) const
 {
     selector.setModel(comboModel.get());
-    selector.setItemDelegate(new GradientComboBoxDelegate(collection, &selector));
-    // The names need half of each row; the box itself may be narrow.
-    selector.view()->setMinimumWidth(popupCharacters * selector.fontMetrics().averageCharWidth());
     connect(&selector, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
         &GradientTableWidget::onComboIndexChanged);
     connect(this, &GradientTableWidget::comboIndexChanged, &selector, &QComboBox::setCurrentIndex);
@@ -242,6 +228,12 @@ void GradientTableWidget::setMinMax(int lower, int upper)
     max = upper;
 }
 
+void GradientTableWidget::countIn(const StackFrames &counting)
+{
+    *frames = counting;
+    static_cast<GradientTableDelegate *>(table->itemDelegate())->countIn(counting);
+}
+
 void GradientTableWidget::setGradientByName(QString name)
 {
     if (!name.isEmpty() && collection->checkNameExists(name)) {
@@ -255,7 +247,7 @@ void GradientTableWidget::setGradientByName(QString name)
 
 QComboBox *GradientTableWidget::getSelector() const
 {
-    auto *selector = new QComboBox;
+    auto *selector = new GradientSelector(collection, nullptr);
     setUpSelector(*selector);
     return selector;
 }
@@ -293,6 +285,7 @@ void GradientTableWidget::onComboIndexChanged(int index)
 {
     if (isResetting || isSwitching || index >= comboModel->rowCount())
         return;
+    const StackFrames::Hold hold(*frames);
     {
         const QScopedValueRollback<bool> switching(isSwitching, true);
         Q_EMIT comboIndexChanged(index);
@@ -314,16 +307,18 @@ void GradientTableWidget::onAboutToResetModel()
 void GradientTableWidget::onModelReset()
 {
     isResetting = false;
-    const int row =
-        combo->findData(currentName, Qt::DisplayRole, Qt::MatchExactly | Qt::MatchCaseSensitive);
-    combo->setCurrentIndex(qMax(row, 0));
+    const int row = qMax(0,
+        combo->findData(currentName, Qt::DisplayRole, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    const QPointer<GradientTableWidget> self(this);
+    combo->setCurrentIndex(row);
+    // In a reset a box without a selection takes the first row by itself, unheard.
+    if (self && row < collection->size() && collection->getGradientAt(row) != currentGradient)
+        onComboIndexChanged(row);
 }
 
 bool GradientTableWidget::editNewGradient(std::shared_ptr<Gradient> gradient)
 {
-    GradientBuilderDialog dialog(gradient, gradient->getMin(), gradient->getMax(),
-        gradient->getMinColor(), gradient->getMaxColor(), nullptr);
-    return dialog.exec() == QDialog::Accepted;
+    return buildGradient(collection, gradient, gradient->getName());
 }
 
 /// Called from the event loop, which lets no exception through. False when the user cancels, and
@@ -353,17 +348,19 @@ bool GradientTableWidget::editAndInsert(const std::shared_ptr<Gradient> &gradien
 /// Tells the user what fails; the manager may be gone afterwards.
 bool GradientTableWidget::insert(const std::shared_ptr<Gradient> &gradient)
 {
-    const QString name = gradient->getName();
-    const bool isEntry = collection->getGradients().contains(gradient);
-    if (!isEntry && !name.isEmpty() && collection->checkNameExists(name)) {
-        tellGradientNameIsTaken(this);
+    const QPointer<GradientTableWidget> self(this);
+    takeUpFile();
+    if (!self)
         return false;
-    }
     const bool isSaved = tableModel->insertGradient(gradient);
+    if (!self)
+        return false;
+    // Another program may have taken the name in this very moment.
+    const bool isKept = collection->getGradients().contains(gradient);
     forgetMissingRows();
     if (!isSaved)
         tellGradientsNotSaved(this);
-    return isSaved;
+    return isSaved && isKept;
 }
 
 /// The model announces a row even when the collection has refused its gradient.
@@ -383,6 +380,7 @@ void GradientTableWidget::forgetMissingRows()
 
 void GradientTableWidget::onNewClick()
 {
+    const StackFrames::Hold hold(*frames);
     const std::shared_ptr<Gradient> gradient = collection->newGradientShared();
     gradient->setMax(max);
     gradient->setMin(min);
@@ -391,6 +389,7 @@ void GradientTableWidget::onNewClick()
 
 void GradientTableWidget::onDuplicateClick()
 {
+    const StackFrames::Hold hold(*frames);
     const QPointer<GradientTableWidget> self(this);
     for (const int row : selectedRows()) {
         const bool isDone = editAndInsert(collection->getGradientAt(row));
@@ -404,6 +403,7 @@ void GradientTableWidget::onDuplicateClick()
 
 void GradientTableWidget::onDeleteClick()
 {
+    const StackFrames::Hold hold(*frames);
     const QPointer<GradientTableWidget> self(this);
     for (const int row : selectedRows()) {
         const QString name = collection->getGradientAt(row)->getName();
@@ -444,4 +444,12 @@ void GradientTableWidget::resizeEvent(QResizeEvent *event)
     table->resize(event->size());
     // The table's place beside tool bar and selector is the layout's business again.
     table->updateGeometry();
+}
+
+void GradientTableWidget::keyPressEvent(QKeyEvent *event)
+{
+    if (isWindow() && event->matches(QKeySequence::Cancel))
+        hide();
+    else
+        QWidget::keyPressEvent(event);
 }

@@ -8,6 +8,7 @@
 
 #include <memory>
 
+class FileWatch;
 class GradientCollection;
 class GradientComboBoxModel;
 class GradientTableDelegate;
@@ -17,22 +18,27 @@ class QPushButton;
 class QTableView;
 class QToolBar;
 class QWidgetAction;
+class StackFrames;
 
 /// The gradient manager: a table of all gradients with a tool bar to make, duplicate and delete
 /// them, and a combo box that chooses the current one. Further selectors for a host's own tool bars
 /// follow it and lead it.
 ///
-/// Owns the gradients' file. Failures of saving end in a message to the user. GUI thread only.
+/// Failures of saving end in a message to the user. What another window or process changes in the
+/// gradients' file is taken up in a moment, or when the dialog or the name that is being edited is
+/// closed. GUI thread only.
 ///
 /// It may be deleted while a dialog is open that the tool bar, a key or a slot opened; the dialog
-/// then ends in nothing. Not so while a dialog is open from a click into the table, whose view Qt
-/// goes on using: hide the manager then, and delete it when the dialog has been closed.
+/// then ends in nothing. Not so while a dialog is open from a click into the table, or a message
+/// about a name that was edited there, as Qt goes on using the table's view: hide the manager then,
+/// and delete it when the dialog has been closed.
 class OLVIK3DVIEWER_EXPORT GradientTableWidget : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// Loads the gradients, or makes the built-in ones where there are none.
+    /// Loads the gradients, or makes the built-in ones where there are none. A file that cannot be
+    /// read stays as it is: until it can be, the built-in ones stand in and nothing is saved.
     /// \param fileName name in the application's data folder; ".json" is added when it is missing
     /// \param min,max bounds of the built-in and of new gradients
     GradientTableWidget(QString fileName, int min, int max, QWidget *parent);
@@ -49,6 +55,9 @@ public:
     /// Chooses a gradient; the first one when there is none of that name.
     void setGradientByName(QString name);
 
+    /// Internal: counts what opens dialogs, and what hosts are told in, among the frames.
+    void countIn(const StackFrames &counting);
+
     /// Another selector, which the caller owns; it may outlive the manager.
     QComboBox *getSelector() const;
     /// An action that opens the manager's window or brings it to the front; owned by the manager.
@@ -63,8 +72,8 @@ Q_SIGNALS:
     void comboIndexChanged(int index);
 
 public Q_SLOTS:
-    /// Opens the builder again when the gradient cannot be saved or its name is taken, until it is
-    /// in the list or the user cancels.
+    /// Opens the builder again when the gradient cannot be saved, until it is in the list or the
+    /// user cancels.
     void onNewClick();
     void onDuplicateClick();
     /// The built-in gradients are kept, with a message. After the current gradient the first one
@@ -80,10 +89,13 @@ protected:
     /// Lets the user edit a gradient. \return true when confirmed
     bool editNewGradient(std::shared_ptr<Gradient> gradient);
     void resizeEvent(QResizeEvent *event) override;
+    /// Escape hides a manager that is a window of its own.
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void loadCollection(const QString &fileName);
-    void addBuiltIns();
+    void takeUpFile();
+    bool isEditing() const;
     void buildTable();
     void buildLayout();
     QToolBar *buildToolBar();
@@ -98,10 +110,12 @@ private:
     void remove(int row);
     QList<int> selectedRows() const;
 
+    std::unique_ptr<StackFrames> frames;
     QTableView *table = nullptr;
     QString currentName; ///< saved across a reset of the combo model
     QComboBox *combo = nullptr;
     std::shared_ptr<GradientCollection> collection;
+    FileWatch *fileWatch = nullptr;
     GradientTableModel *tableModel = nullptr;
     /// Shared with the selectors, which may outlive the manager.
     std::shared_ptr<GradientComboBoxModel> comboModel;

@@ -2,10 +2,9 @@
 
 #include <QtTest>
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QPainter>
+
+#include <limits>
 
 namespace {
 
@@ -58,6 +57,16 @@ private Q_SLOTS:
         gradient.removeStop(0.3);
         QVERIFY(gradient.isStop(static_cast<double>(0.3f)));
         gradient.removeStop(static_cast<double>(0.3f));
+        QCOMPARE(gradient.stops(), redToBlue().stops());
+    }
+
+    void positionOffTheAxisIsIgnoredWithAWarning()
+    {
+        Gradient gradient = redToBlue();
+        for (const float position : {-0.1F, 1.1F, std::numeric_limits<float>::quiet_NaN()}) {
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("^QGradient::setColorAt: "));
+            gradient.addStop(position, Qt::red);
+        }
         QCOMPARE(gradient.stops(), redToBlue().stops());
     }
 

@@ -3,8 +3,6 @@
 #include "Gradient.h"
 #include "GradientBuilderWidget.h"
 
-#include <QColorDialog>
-
 #include <memory>
 
 namespace {
@@ -13,12 +11,13 @@ using Positions = QVector<float>;
 
 const QColor chosen(1, 2, 3);
 
+/// From black to blue.
 std::shared_ptr<Gradient> gradientWith(const Positions &positions)
 {
     auto gradient = std::make_shared<Gradient>();
     gradient->setMax(100);
     for (const float position : positions)
-        gradient->addStop(position, Qt::blue);
+        gradient->addStop(position, QColor(0, 0, qRound(255 * position)));
     return gradient;
 }
 
@@ -54,9 +53,10 @@ public:
     void answerNextColorDialog()
     {
         // Xvfb runs no window manager: a box that closes at once leaves a warning about the focus.
-        QTimer::singleShot(200, &widget, [] {
+        QTimer::singleShot(200, &widget, [this] {
             auto *dialog = qobject_cast<QColorDialog *>(QApplication::activeModalWidget());
             QVERIFY(dialog);
+            proposed = dialog->currentColor();
             dialog->setCurrentColor(chosen);
             dialog->accept();
         });
@@ -64,6 +64,7 @@ public:
 
     std::shared_ptr<Gradient> gradient;
     GradientBuilderWidget widget;
+    QColor proposed;
 };
 
 } // namespace
@@ -101,6 +102,7 @@ private Q_SLOTS:
         editor.answerNextColorDialog();
         QTest::mouseDClick(editor.widget.windowHandle(), Qt::LeftButton, {}, {75, 42});
         QCOMPARE(editor.positions(), (Positions{0.0F, 0.37F, 1.0F}));
+        QCOMPARE(editor.proposed, QColor(0, 0, 94));
         QCOMPARE(editor.gradient->stops().at(1).second, chosen);
 
         for (const int x : {4, 75, 200})
@@ -108,13 +110,18 @@ private Q_SLOTS:
         QCOMPARE(editor.positions(), (Positions{0.0F, 1.0F}));
     }
 
-    void rightClickRecoloursAStop()
+    void stopsInDoublePrecisionAreEdited()
     {
-        Editor editor({0.0F, 0.5F, 1.0F});
+        Editor editor({0.0F, 1.0F});
+        for (const double position : {0.3, 0.8})
+            editor.gradient->getQtgrad()->setColorAt(position, Qt::red);
+        editor.drag(62, 102);
         editor.answerNextColorDialog();
-        QTest::mouseClick(editor.widget.windowHandle(), Qt::RightButton, {}, {102, 42});
+        QTest::mouseClick(editor.widget.windowHandle(), Qt::RightButton, {}, {162, 42});
+        QCOMPARE(editor.positions(), (Positions{0.0F, 0.5F, 0.8F, 1.0F}));
+        QCOMPARE(editor.gradient->stops().at(2).second, chosen);
+        QTest::mouseDClick(editor.widget.windowHandle(), Qt::LeftButton, {}, {162, 42});
         QCOMPARE(editor.positions(), (Positions{0.0F, 0.5F, 1.0F}));
-        QCOMPARE(editor.gradient->stops().at(1).second, chosen);
     }
 
     void rightClickEndsADrag()

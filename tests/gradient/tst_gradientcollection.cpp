@@ -1,5 +1,3 @@
-#include "SaveLoop.h"
-
 #include "GradientCollection.h"
 
 #include <QtTest>
@@ -7,6 +5,7 @@
 #include <sys/resource.h>
 
 #include <csignal>
+#include <functional>
 #include <memory>
 
 using FileError = GradientCollection::FileErrorException;
@@ -30,7 +29,19 @@ void limitFiles(rlim_t limit)
     QCOMPARE(setrlimit(RLIMIT_FSIZE, &limits), 0);
 }
 
+/// Names and upper bounds.
+QString contentOf(const GradientCollection &collection)
+{
+    QStringList content;
+    for (const auto &gradient : collection.getGradients())
+        content += gradient->getName() + QString::number(gradient->getMax());
+    return content.join(' ');
+}
+
 } // namespace
+
+using Change = std::function<void(GradientCollection &)>;
+Q_DECLARE_METATYPE(Change)
 
 class TestGradientCollection : public QObject
 {
@@ -100,26 +111,87 @@ private Q_SLOTS:
         QCOMPARE(kept.readAll(), damaged);
     }
 
-    void whatOthersAddIsKept()
+    void changesOfOthersAreKept_data()
+    {
+        QTest::addColumn<Change>("theirs");
+        QTest::addColumn<Change>("mine");
+        QTest::addColumn<QString>("expected");
+        using Collection = GradientCollection;
+        const Change add = [](Collection &c) { c.add(c.newGradientShared()); };
+        const auto edit = [](int row, int max) -> Change {
+            return [=](Collection &c) { c.getGradientAt(row)->setMax(max); };
+        };
+        const auto rename = [](int row) -> Change {
+            return [=](Collection &c) { c.getGradientAt(row)->setName("X"); };
+        };
+        const auto remove = [](int row) -> Change { return [=](Collection &c) { c.remove(row); }; };
+        QTest::newRow("both add") << add << add << "A1 B2 B3 C4 New gradient 00 New gradient 10";
+        QTest::newRow("edit") << edit(1, 7) << add << "A1 B7 B3 C4 New gradient 00";
+        QTest::newRow("edit one of a name") << edit(2, 7) << edit(1, 8) << "A1 B8 B7 C4";
+        QTest::newRow("both edit") << edit(0, 7) << edit(0, 8) << "A8 B2 B3 C4";
+        QTest::newRow("rename") << rename(0) << add << "X1 B2 B3 C4 New gradient 00";
+        QTest::newRow("both rename to one") << rename(0) << rename(1) << "X2 X1 B3 C4";
+        QTest::newRow("remove") << remove(0) << add << "B2 B3 C4 New gradient 00";
+        QTest::newRow("remove what is edited here") << remove(0) << edit(0, 8) << "A8 B2 B3 C4";
+        QTest::newRow("edit what is removed here") << edit(0, 7) << remove(0) << "B2 B3 C4";
+    }
+
+    void changesOfOthersAreKept()
+    {
+        QFETCH(const Change, theirs);
+        QFETCH(const Change, mine);
+        QFETCH(const QString, expected);
+        int max = 0;
+        for (const QString name : {"A", "B", "X", "C"}) {
+            add(name);
+            collection->getGradients().last()->setMax(++max);
+        }
+        collection->getGradientAt(2)->setName("B");
+        GradientCollection other(path());
+        other.load();
+        const auto kept = collection->getGradients().last();
+        const QSignalSpy updates(kept.get(), &Gradient::updated);
+
+        theirs(other);
+        mine(*collection);
+        GradientCollection stored(path());
+        stored.load();
+        QCOMPARE(contentOf(stored), expected);
+        for (GradientCollection *each : {collection.get(), &other}) {
+            each->refresh();
+            QCOMPARE(contentOf(*each), expected);
+            QVERIFY(!each->refresh());
+        }
+        QCOMPARE(collection->getGradient("C"), kept);
+        QCOMPARE(updates.size(), 0);
+        kept->setMax(9.0);
+        other.refresh();
+        QCOMPARE(other.getGradient("C")->getMax(), 9.0);
+    }
+
+    void namesOfOthersAreTaken()
     {
         add("A");
-        add("B");
         GradientCollection other(path());
         other.load();
         addTo(other, "theirs");
-        collection->remove(0);
-        add("C");
-        QCOMPARE(namesInFile(), QStringList({"B", "C", "theirs"}));
-
-        collection->rename("B", "D");
-        other.rename("theirs", "new");
-        addTo(other, "D");
-        QCOMPARE(namesInFile(), QStringList({"A", "B", "new", "D", "C"}));
-        add("E");
-        QCOMPARE(namesInFile(), QStringList({"D", "C", "E", "A", "B", "new"}));
-
+        QVERIFY_EXCEPTION_THROWN(add("theirs"), NameError);
+        QVERIFY_EXCEPTION_THROWN(collection->rename("A", "theirs"), NameError);
+        QCOMPARE(namesOf(*collection), QStringList("A"));
         GradientCollection(path()).save();
-        QCOMPARE(namesInFile(), QStringList());
+        collection->refresh();
+        QCOMPARE(collection->size(), 0);
+    }
+
+    void unreadableFileIsLeftAlone()
+    {
+        QVERIFY(QDir().mkpath(path()));
+        for (int failure = 0; failure < 2; ++failure)
+            QTest::ignoreMessage(QtWarningMsg, "Couldn't open save file.");
+        QVERIFY_EXCEPTION_THROWN(collection->load(), FileError);
+        QVERIFY_EXCEPTION_THROWN(add("A"), FileError);
+        QCOMPARE(QDir(folder->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+            QStringList("gradients.json"));
     }
 
     void failedSaveKeepsThePreviousFile()
@@ -146,32 +218,8 @@ private Q_SLOTS:
         QCOMPARE(namesOf(*collection), QStringList({"", "", "", "next"}));
     }
 
-    void killLeavesAWholeCollection()
-    {
-        SaveLoop::fill(*collection, 0);
-        for (int round = 0; round < 100; ++round) {
-            QProcess saver;
-            saver.start(SAVE_LOOP_PROGRAM, {path()});
-            QVERIFY(saver.waitForReadyRead(10000));
-            QTest::qSleep(QRandomGenerator::global()->bounded(1, 20));
-            saver.kill();
-            QVERIFY(saver.waitForFinished());
-
-            collection->load();
-            QVERIFY(SaveLoop::isWhole(*collection));
-        }
-        QVERIFY2(collection->getGradientAt(0)->getMax() > 0.0, "no child ever saved");
-    }
-
 private:
     QString path() const { return folder->filePath("gradients.json"); }
-
-    QStringList namesInFile() const
-    {
-        GradientCollection stored(path());
-        stored.load();
-        return namesOf(stored);
-    }
 
     void add(const QString &name) { addTo(*collection, name); }
 

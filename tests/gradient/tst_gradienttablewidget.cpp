@@ -1,31 +1,12 @@
 #include "GuiTest.h"
+#include "Operator.h"
 
 #include "ColorSelection.h"
-#include "GradientBuilderDialog.h"
 #include "GradientTableModel.h"
 #include "GradientTableWidget.h"
 
-#include <QAbstractItemModelTester>
-#include <QComboBox>
-#include <QDir>
-#include <QHeaderView>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPointer>
-#include <QPushButton>
-#include <QScopeGuard>
-#include <QSignalSpy>
-#include <QStandardPaths>
-#include <QTableView>
-#include <QTimer>
-#include <QWidgetAction>
-
 #include <exception>
-#include <functional>
-#include <utility>
+#include <limits>
 
 namespace {
 
@@ -66,37 +47,6 @@ void writeCollection(const QStringList &names)
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write(QJsonDocument(QJsonObject{{"gradients", records}}).toJson());
 }
-
-/// Answers each modal dialog that opens, like a user who takes a moment.
-class User : public QObject
-{
-public:
-    explicit User(std::function<void(GradientBuilderDialog &)> edits)
-        : edit(std::move(edits))
-    {
-        connect(&timer, &QTimer::timeout, this, &User::answer);
-        timer.start(200);
-    }
-    QStringList told;
-
-private:
-    void answer()
-    {
-        QWidget *dialog = QApplication::activeModalWidget();
-        if (dialog != std::exchange(seen, dialog))
-            return;
-        if (auto *builder = qobject_cast<GradientBuilderDialog *>(dialog)) {
-            edit(*builder);
-        } else if (auto *box = qobject_cast<QMessageBox *>(dialog)) {
-            told += box->windowTitle() + '|' + box->text();
-            box->button(QMessageBox::Ok)->click();
-        }
-    }
-
-    std::function<void(GradientBuilderDialog &)> edit;
-    QPointer<QWidget> seen;
-    QTimer timer;
-};
 
 void press(const GradientBuilderDialog &dialog, const QString &text)
 {
@@ -162,13 +112,16 @@ private Q_SLOTS:
         QCOMPARE(second->currentIndex(), -1);
         QCOMPARE(manager.getCurrentGradient()->getName(), QString("Default Color"));
         QCOMPARE(changes.size(), 1);
+        manager.findChild<GradientTableModel *>()->insertGradient(std::make_shared<Gradient>());
+        QCOMPARE(second->currentText(), QString("Default"));
+        QCOMPARE(manager.getCurrentGradient()->getName(), QString("Default"));
 
         const QMetaObject::Connection failing = connect(&manager,
             &GradientTableWidget::comboIndexChanged, this, [] { throw std::exception(); });
-        QVERIFY_EXCEPTION_THROWN(manager.onComboIndexChanged(0), std::exception);
+        QVERIFY_EXCEPTION_THROWN(manager.onComboIndexChanged(1), std::exception);
         disconnect(failing);
-        manager.onComboIndexChanged(0);
-        QCOMPARE(manager.getCurrentGradient()->getName(), QString("Default"));
+        manager.onComboIndexChanged(1);
+        QCOMPARE(manager.getCurrentGradient()->getName(), QString("Default Color"));
     }
 
     void selectorsKeepTheirGradientWhenOneIsMade()
@@ -179,7 +132,7 @@ private Q_SLOTS:
         manager.setGradientByName("Default Color");
         const std::shared_ptr<Gradient> current = manager.getCurrentGradient();
 
-        User user([](GradientBuilderDialog &dialog) { confirmAs(dialog, "Рельеф", "80"); });
+        Operator user([](GradientBuilderDialog &dialog) { confirmAs(dialog, "Рельеф", "80"); });
         manager.onNewClick();
 
         QCOMPARE(user.told, QStringList());
@@ -196,7 +149,7 @@ private Q_SLOTS:
     {
         GradientTableWidget manager("gradients", 0, 50, nullptr);
         manager.findChild<QTableView *>()->selectRow(1);
-        User user([](GradientBuilderDialog &) {});
+        Operator user;
         QTest::ignoreMessage(QtDebugMsg, "\"Default Color\"");
         manager.onDeleteClick();
         QCOMPARE(user.told, QStringList({"Cannot delete|The Default gradient cannot be deleted"}));
@@ -227,7 +180,7 @@ private Q_SLOTS:
         const std::unique_ptr<QComboBox> selector(manager.getSelector());
         manager.setGradientByName(current);
         manager.findChild<QTableView *>()->selectRow(deleted);
-        User user([](GradientBuilderDialog &) {});
+        Operator user;
         if (!isSaved) {
             QDir(filePath("")).removeRecursively();
             QTest::ignoreMessage(QtWarningMsg, "Couldn't open save file.");
@@ -265,7 +218,7 @@ private Q_SLOTS:
         auto *table = manager.findChild<QTableView *>();
         table->selectRow(1);
         QStringList opened;
-        User user([&](GradientBuilderDialog &dialog) {
+        Operator user([&](GradientBuilderDialog &dialog) {
             const QGradientStops stops = dialog.getCurrentGradient()->stops();
             opened += QString("%1 %2 %3")
                           .arg(dialog.getGradientName())
@@ -292,10 +245,15 @@ private Q_SLOTS:
         GradientTableWidget manager("gradients", 0, 50, nullptr);
         auto *table = manager.findChild<QTableView *>();
         table->selectRow(1);
-        User user([](GradientBuilderDialog &dialog) { confirmAs(dialog, "Warm", "80"); });
+        QStringList names{"Default", "", "Warm"};
+        Operator user([&](GradientBuilderDialog &dialog) {
+            QCOMPARE(namesInFile(), QStringList({"Default", "Default Color"}));
+            confirmAs(dialog, names.takeFirst(), "80");
+        });
         manager.onDuplicateClick();
         QCOMPARE(namesInFile(), QStringList({"Default", "Warm"}));
-        QCOMPARE(user.told, QStringList());
+        QCOMPARE(user.told.size(), 2);
+        QCOMPARE(user.told.last(), QString("Error|Please enter a name."));
         QCOMPARE(table->verticalHeader()->count(), 2);
         QCOMPARE(table->selectionModel()->selectedRows().value(0).row(), 1);
     }
@@ -314,7 +272,7 @@ private Q_SLOTS:
         const QPointer<GradientTableWidget> alive(manager);
         manager->findChild<QTableView *>()->selectRow(1);
         QTimer::singleShot(100, manager, &QObject::deleteLater);
-        User user([&](GradientBuilderDialog &dialog) {
+        Operator user([&](GradientBuilderDialog &dialog) {
             QVERIFY(!alive);
             confirmAs(dialog, "Default Color", "80");
         });
@@ -339,7 +297,7 @@ private Q_SLOTS:
             QTest::keyClick(table, Qt::Key(key), modifiers);
         };
         QStringList opened;
-        User user([&](GradientBuilderDialog &dialog) {
+        Operator user([&](GradientBuilderDialog &dialog) {
             opened += dialog.getGradientName();
             ::press(dialog, "&Cancel");
         });
@@ -365,38 +323,35 @@ private Q_SLOTS:
         QCOMPARE(namesInFile(), QStringList("Default"));
         press(Qt::Key_Tab);
         QVERIFY(!table->hasFocus());
-    }
-
-    void openersBringTheManagerToTheFront_data()
-    {
-        QTest::addColumn<bool>("isMinimized");
-        QTest::newRow("minimised") << true;
-        QTest::newRow("covered") << false;
+        press(Qt::Key_Escape);
+        QVERIFY(manager.isHidden());
     }
 
     void openersBringTheManagerToTheFront()
     {
-        QFETCH(bool, isMinimized);
         GradientTableWidget manager("gradients", 0, 50, nullptr);
         QWidgetAction *action = manager.getOpenAction();
         action->trigger();
         QVERIFY(QTest::qWaitForWindowActive(&manager));
-        QWidget cover;
-        cover.show();
-        cover.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&cover));
-        if (isMinimized)
-            manager.showMinimized();
-        action->trigger();
-        QTRY_VERIFY(manager.isActiveWindow());
-        QVERIFY(manager.isVisible() && !manager.isMinimized());
+        for (const bool isMinimized : {true, false}) {
+            QWidget cover;
+            cover.show();
+            cover.activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(&cover));
+            if (isMinimized)
+                manager.showMinimized();
+            action->trigger();
+            QTRY_VERIFY(manager.isActiveWindow());
+            QVERIFY(manager.isVisible() && !manager.isMinimized());
+        }
     }
 
     void namesAreEditedInPlace()
     {
+        writeCollection({"Same", "Same"});
         GradientTableWidget manager("gradients", 0, 50, nullptr);
         watchModels(manager);
-        manager.setGradientByName("Default Color");
+        manager.onComboIndexChanged(1);
         manager.show();
         QVERIFY(QTest::qWaitForWindowExposed(&manager));
         auto *table = manager.findChild<QTableView *>();
@@ -410,36 +365,36 @@ private Q_SLOTS:
             QCoreApplication::processEvents();
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         };
-
-        rename("Warm");
-        QCOMPARE(namesInFile(), QStringList({"Default", "Warm"}));
+        Operator user;
+        for (const char *name : {"Hot", "Warm", "Same"})
+            rename(name);
+        QCOMPARE(namesInFile(), QStringList({"Same", "Warm"}));
         QCOMPARE(manager.getCurrentName(), QString("Warm"));
-
-        User user([](GradientBuilderDialog &) {});
-        rename("Default");
         QCOMPARE(user.told, QStringList({"Error|Gradient name already exists."}));
-        QCOMPARE(namesInFile(), QStringList({"Default", "Warm"}));
     }
 
-    void withoutAFileTheBuiltInsStillWork()
+    void longNamesStretchNothing()
     {
-        const QByteArray home = qgetenv("XDG_DATA_HOME");
-        const auto restore = qScopeGuard([&] { qputenv("XDG_DATA_HOME", home); });
-        qputenv("XDG_DATA_HOME", "/proc/nowhere");
-        QTest::ignoreMessage(QtWarningMsg, "Couldn't open save file.");
         GradientTableWidget manager("gradients", 0, 50, nullptr);
-        QCOMPARE(manager.getCurrentName(), QString("Default"));
-        manager.setGradientByName("Default Color");
-        QCOMPARE(manager.getCurrentGradient()->getMax(), 50.0);
+        auto longest = std::make_shared<Gradient>();
+        longest->setName(QString(400, 'W'));
+        manager.findChild<GradientTableModel *>()->insertGradient(longest);
+        const std::unique_ptr<QComboBox> selector(manager.getSelector());
+        const GradientTableWidget later("gradients", 0, 50, nullptr);
+        for (const QSize &hint : {selector->minimumSizeHint(), selector->sizeHint(),
+                 later.minimumSizeHint(), later.sizeHint()})
+            QVERIFY(hint.width() < 400);
+    }
 
-        bool isAgain = false;
-        User user([&](GradientBuilderDialog &dialog) {
-            isAgain ? press(dialog, "&Cancel") : confirmAs(dialog, "Mine", "80");
-            isAgain = true;
-        });
-        QTest::ignoreMessage(QtWarningMsg, "Couldn't open save file.");
-        manager.onNewClick();
-        QCOMPARE(user.told, QStringList({"Error|The gradients could not be saved."}));
+    void onlyRowsThatExistAreAnnounced()
+    {
+        GradientTableWidget manager("gradients", 0, 50, nullptr);
+        auto *model = manager.findChild<GradientTableModel *>();
+        const QSignalSpy removals(model, &QAbstractItemModel::rowsAboutToBeRemoved);
+        const int last = model->rowCount() - 1;
+        QVERIFY(model->removeRows(last, std::numeric_limits<int>::max()));
+        QCOMPARE(removals.first().at(2).toInt(), last);
+        QCOMPARE(model->rowCount(), last);
     }
 };
 

@@ -3,10 +3,6 @@
 #include "Olvik3DViewerControl.h"
 #include "ViewerWindow.h"
 
-#include <QMenuBar>
-#include <QTranslator>
-#include <QXmlStreamReader>
-
 /// Text and translation of the finished messages of a .ts file, by context and text.
 static QMap<QString, QString> messagesIn(const QString &path, bool onlyFinished)
 {
