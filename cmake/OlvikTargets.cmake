@@ -13,7 +13,9 @@ function(olvik_target_defaults target)
     # TBB, which VTK's SMP headers pull in, has a member called emit: Qt's keywords stay off.
     target_compile_definitions(${target} PRIVATE
         QT_NO_KEYWORDS QT_NO_FOREACH QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
+    # A processor that fuses a multiplication with an addition would give other colours.
     target_compile_options(${target} PRIVATE
+        -ffp-contract=off
         -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual
         -Wsuggest-override $<$<BOOL:${OLVIK_WERROR}>:-Werror>)
     if(OLVIK_SANITIZER)
@@ -64,4 +66,14 @@ function(olvik_add_sources target)
     target_sources(${target}
         PUBLIC FILE_SET HEADERS BASE_DIRS "${CMAKE_CURRENT_SOURCE_DIR}" FILES ${arg_PUBLIC_HEADERS}
         PRIVATE ${arg_SOURCES})
+endfunction()
+
+# olvik_add_internals(<name> <source> ...): what the library does not export, for those that look inside: tests,
+# fuzzers and benchmarks.
+function(olvik_add_internals name)
+    list(TRANSFORM ARGN PREPEND "${CMAKE_CURRENT_SOURCE_DIR}/")
+    add_library(${name} INTERFACE)
+    target_sources(${name} INTERFACE ${ARGN})
+    target_include_directories(${name} INTERFACE "${CMAKE_CURRENT_SOURCE_DIR}")
+    target_link_libraries(${name} INTERFACE Qt5::Concurrent)
 endfunction()

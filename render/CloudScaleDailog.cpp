@@ -31,6 +31,8 @@ CloudScaleDailog::CloudScaleDailog(float x, float y, float z, QWidget *parent)
     zEdit = addColumn(*row, QStringLiteral("Z axis Scale:"), z);
     layout->addWidget(buttonBox);
     connect(buttonBox, &QDialogButtonBox::accepted, this, &CloudScaleDailog::onAccepted);
+    // What is typed first replaces the factor that is shown.
+    xEdit->selectAll();
 }
 
 QLineEdit *CloudScaleDailog::addColumn(QHBoxLayout &row, const QString &label, float factor)

@@ -1,5 +1,7 @@
 #include "MouseInteractorStylePP.h"
 
+#include "VtkCompatibility.h"
+
 #include <vtkAbstractPicker.h>
 #include <vtkCamera.h>
 #include <vtkObjectFactory.h>
@@ -10,6 +12,7 @@
 #include <vtkRenderWindowInteractor.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -34,7 +37,9 @@ vtkStandardNewMacro(MouseInteractorStylePP)
 
 MouseInteractorStylePP::MouseInteractorStylePP(QObject *parent)
     : QObject(parent)
-{ }
+{
+    VtkCompatibility::pressOnDoubleClick(*this);
+}
 
 void MouseInteractorStylePP::OnLeftButtonDown()
 {
@@ -48,10 +53,33 @@ void MouseInteractorStylePP::OnLeftButtonUp()
     if (pressed.isValid() && pressed.elapsed() <= longestClickMs)
         pick();
     // The picture of the full cloud stays: after another one it would have to be drawn anew.
-    if (lastChange(renderer()) == sceneAtPress)
+    if (!hasSceneChanged())
         GetInteractor()->EnableRenderOff();
     vtkInteractorStyleTrackballCamera::OnLeftButtonUp();
     GetInteractor()->EnableRenderOn();
+}
+
+bool MouseInteractorStylePP::reportPick()
+{
+    isHolding = false;
+    const auto point = std::exchange(picked, std::nullopt);
+    if (point)
+        Q_EMIT pixelPicked(point->data());
+    return point.has_value();
+}
+
+bool MouseInteractorStylePP::hasSceneChanged()
+{
+    return lastChange(renderer()) != sceneAtPress;
+}
+
+void MouseInteractorStylePP::endInteraction()
+{
+    if (GetState() == VTKIS_NONE)
+        return;
+    pressed.invalidate();
+    StopState();
+    ReleaseFocus();
 }
 
 vtkRenderer *MouseInteractorStylePP::renderer()
@@ -66,7 +94,8 @@ void MouseInteractorStylePP::pick()
     const int *position = rwi->GetEventPosition();
     picker->Pick(position[0], position[1], 0.0, renderer());
 
-    double coords[3];
-    picker->GetPickPosition(coords);
-    Q_EMIT pixelPicked(coords);
+    picked.emplace();
+    picker->GetPickPosition(picked->data());
+    if (!isHolding)
+        reportPick();
 }

@@ -2,6 +2,7 @@
 
 #include "AxesLayout.h"
 #include "AxisExtents.h"
+#include "BusyFlag.h"
 #include "CloudActor.h"
 #include "CloudMapper.h"
 #include "CloudPicker.h"
@@ -14,6 +15,7 @@
 #include "MouseInteractorStylePP.h"
 #include "PlyReader.h"
 #include "Refinement.h"
+#include "ReleaseWatch.h"
 #include "ScanPreparer.h"
 #include "SceneWindow.h"
 #include "VtkCompatibility.h"
@@ -48,28 +50,6 @@ namespace {
 constexpr double viewAngle = 30.0; ///< in degrees: VTK's own
 constexpr double framingZoom = 0.8;
 
-/// Clears the flag that lets no second cloud in, also when an exception ends the frame.
-class BusyFlag
-{
-public:
-    explicit BusyFlag(std::atomic<bool> &busy)
-        : flag(&busy)
-    { }
-    ~BusyFlag()
-    {
-        if (flag)
-            *flag = false;
-    }
-    BusyFlag(const BusyFlag &) = delete;
-    BusyFlag &operator=(const BusyFlag &) = delete;
-
-    /// From here on somebody else clears the flag.
-    void handOver() { flag = nullptr; }
-
-private:
-    std::atomic<bool> *flag;
-};
-
 bool isFlat(const Scan &scan)
 {
     return scan.bounds[5] - scan.bounds[4] == 0.0;
@@ -101,6 +81,10 @@ Olvik3DViewerWidget::Olvik3DViewerWidget(QWidget *parent)
     state.lastData.polyData = emptyCloud;
     connect(this, &Olvik3DViewerWidget::mRender, this, &Olvik3DViewerWidget::onRender,
         Qt::QueuedConnection);
+
+    // It starts with any press of a mouse button, for nothing that the view does, and Qt complains when
+    // the view is deleted before it ends.
+    ungrabGesture(Qt::TapAndHoldGesture);
 
     hide();
     buildScene();
@@ -183,6 +167,7 @@ void Olvik3DViewerWidget::buildInteraction()
     interactor->SetPicker(pointPicker);
     interactor->SetRenderWindow(sceneWindow);
     interactor->SetInteractorStyle(interactorStyle);
+    releaseWatch = std::make_unique<ReleaseWatch>(*this, *interactorStyle);
 }
 
 void Olvik3DViewerWidget::setmapper()
@@ -424,8 +409,10 @@ void Olvik3DViewerWidget::draw(RenderData &request)
     resetCameraPending = resetCameraPending && mapper->GetInput()->GetNumberOfPoints() == 0;
     // The view stays, but nothing of a higher or deeper cloud is cut off.
     renderer->ResetCameraClippingRange();
-    sceneWindow->Render();
-    refinement->onNewCloud();
+    if (sceneWindow->renderOnScreen(*this))
+        refinement->onNewCloud();
+    else
+        refinement->stop();
 }
 
 /// A cloud that set out before the mode or the gradient changed: drawn as it is, it would flash
@@ -566,10 +553,13 @@ void Olvik3DViewerWidget::showAxes(bool show)
 {
     if (show == axesVisible)
         return;
+    // The host may delete the view in answer.
+    const QPointer<Olvik3DViewerWidget> self(this);
     axesVisible = show;
     cubeAxes->SetVisibility(show);
     Q_EMIT axesVisibilityChanged(getAxisVisibility());
-    sceneWindow->Render();
+    if (self)
+        sceneWindow->Render();
 }
 
 void Olvik3DViewerWidget::toggleShowAxes()
@@ -658,11 +648,11 @@ std::vector<float> Olvik3DViewerWidget::computeIndividualBound(
 void Olvik3DViewerWidget::onPixelPicked(const double *coords)
 {
     std::array<double, 3> point{coords[0], coords[1], coords[2]};
-    if (QGuiApplication::keyboardModifiers() & Qt::ControlModifier)
-        pickedPoints.append(point);
-    else
+    if (!(QGuiApplication::keyboardModifiers() & Qt::ControlModifier)) {
         Q_EMIT pointPicked(point.data());
-
+        return;
+    }
+    pickedPoints.append(point);
     if (pickedPoints.size() != 2)
         return;
     const double distance = distanceMarker->show(pickedPoints[0], pickedPoints[1]);
@@ -688,8 +678,10 @@ void Olvik3DViewerWidget::initializeGL()
 void Olvik3DViewerWidget::paintGL()
 {
     if (hasOpenGL) {
-        if (sceneWindow->canDraw())
-            QVTKOpenGLNativeWidget::paintGL();
+        if (!sceneWindow->canDraw())
+            return;
+        sceneWindow->renderMissed();
+        QVTKOpenGLNativeWidget::paintGL();
         return;
     }
     QPainter painter(this);
@@ -700,6 +692,13 @@ void Olvik3DViewerWidget::paintGL()
            "Upgrade the GPU drivers"));
 }
 
+void Olvik3DViewerWidget::showEvent(QShowEvent *event)
+{
+    QVTKOpenGLNativeWidget::showEvent(event);
+    // Qt shows the picture from before the hide as long as nobody asks for another.
+    update();
+}
+
 bool Olvik3DViewerWidget::event(QEvent *event)
 {
     // VTK's own key bindings (wireframe, stereo, fly-to, exit) have no place in a measuring
@@ -707,7 +706,22 @@ bool Olvik3DViewerWidget::event(QEvent *event)
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
     if (isKey)
         return QOpenGLWidget::event(event); // NOLINT(bugprone-parent-virtual-call): past VTK
-    return QVTKOpenGLNativeWidget::event(event);
+    if (event->type() != QEvent::MouseButtonRelease)
+        return QVTKOpenGLNativeWidget::event(event);
+
+    const vtkSmartPointer<MouseInteractorStylePP> style = interactorStyle;
+    const QPointer<Olvik3DViewerWidget> self(this);
+    style->holdPick();
+    const bool isHandled = QVTKOpenGLNativeWidget::event(event);
+    const bool isReported = style->reportPick();
+    if (!self) {
+        // Or Qt would offer it to the parents of a view that is gone.
+        event->accept();
+        return true;
+    }
+    if (isReported && style->hasSceneChanged())
+        sceneWindow->Render();
+    return isHandled;
 }
 
 void Olvik3DViewerWidget::keyPressEvent(QKeyEvent *event)

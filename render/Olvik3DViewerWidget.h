@@ -27,6 +27,7 @@ class ColorLookup;
 class DistanceMarker;
 class MouseInteractorStylePP;
 class Refinement;
+class ReleaseWatch;
 class ScanPreparer;
 class SceneWindow;
 class vtkCubeAxesActor;
@@ -170,6 +171,7 @@ protected:
     bool event(QEvent *event) override;
     void initializeGL() override;
     void paintGL() override;
+    void showEvent(QShowEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void keyReleaseEvent(QKeyEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
@@ -247,6 +249,7 @@ private:
     std::unique_ptr<ScanPreparer> preparer;
     std::unique_ptr<DistanceMarker> distanceMarker;
     std::unique_ptr<Refinement> refinement;
+    std::unique_ptr<ReleaseWatch> releaseWatch;
     QVector<std::array<double, 3>> pickedPoints;
     RenderData shown; ///< last request that was drawn
     bool hasOpenGL = true; ///< false on a machine without the version that VTK needs

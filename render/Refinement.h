@@ -24,6 +24,9 @@ public:
     /// A new cloud is on screen. Of clouds that stream only the last one is drawn in full.
     void onNewCloud();
 
+    /// The full cloud waits for the next picture.
+    void stop() { timer.stop(); }
+
 private:
     void onDrawn();
     void drawNextPart();

@@ -1,6 +1,7 @@
 #include "SceneWindow.h"
 
 #include <QOpenGLContext>
+#include <QWidget>
 
 #include <vtkObjectFactory.h>
 #include <vtkOpenGLState.h>
@@ -24,6 +25,7 @@ void SceneWindow::Render()
 {
     if (!this->ReadyForRendering || !canDraw())
         return;
+    isMissing = false;
     try {
         this->Superclass::Render();
         hasFailed = false;
@@ -35,4 +37,21 @@ void SceneWindow::Render()
         if (!std::exchange(hasFailed, true))
             qWarning("3D viewer: a picture was dropped: %s", error.what());
     }
+}
+
+bool SceneWindow::renderOnScreen(QWidget &view)
+{
+    // A minimised window counts as visible, too.
+    isMissing = !view.isVisible() || !view.window()->testAttribute(Qt::WA_Mapped);
+    if (isMissing)
+        view.update();
+    else
+        Render();
+    return !isMissing;
+}
+
+void SceneWindow::renderMissed()
+{
+    if (isMissing)
+        Render();
 }

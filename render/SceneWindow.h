@@ -2,6 +2,8 @@
 
 #include <vtkGenericOpenGLRenderWindow.h>
 
+class QWidget;
+
 /// A render window that leaves frames out while its OpenGL context is lost, as after a reset of the
 /// graphics driver, and those that there is no memory for. VTK would draw without a context, and
 /// after an exception never again.
@@ -16,6 +18,14 @@ public:
 
     void Render() override;
 
+    /// Draws, or while nothing of \a view is on screen leaves that to its next paint.
+    /// \return whether there is a new picture
+    bool renderOnScreen(QWidget &view);
+
+    /// Called by that paint.
+    void renderMissed();
+
 private:
     bool hasFailed = false; ///< the last picture
+    bool isMissing = false; ///< the picture that renderOnScreen() left out
 };

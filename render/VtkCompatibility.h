@@ -4,6 +4,7 @@
 #include <vtkActor.h>
 #include <vtkCubeAxesActor.h>
 #include <vtkGenericOpenGLRenderWindow.h>
+#include <vtkInteractorStyle.h>
 #include <vtkOpenGLPolyDataMapper.h>
 #include <vtkShader.h>
 #include <vtkVersionMacros.h>
@@ -68,6 +69,20 @@ inline void setTitleOffset(vtkCubeAxesActor &axes, double offset)
 {
     axes.SetTitleOffset(offset);
 }
+#endif
+
+#if VTK_MAJOR_VERSION > 9 || (VTK_MAJOR_VERSION == 9 && VTK_MINOR_VERSION >= 1)
+/// Of two quick presses of a button the second comes as a double-click, which styles ignore.
+inline void pressOnDoubleClick(vtkInteractorStyle &style)
+{
+    using Style = vtkInteractorStyle;
+    style.AddObserver(vtkCommand::LeftButtonDoubleClickEvent, &style, &Style::OnLeftButtonDown);
+    style.AddObserver(vtkCommand::MiddleButtonDoubleClickEvent, &style, &Style::OnMiddleButtonDown);
+    style.AddObserver(vtkCommand::RightButtonDoubleClickEvent, &style, &Style::OnRightButtonDown);
+}
+#else
+/// Every press comes as one.
+inline void pressOnDoubleClick(vtkInteractorStyle &) { }
 #endif
 
 /// Changes VTK's shaders for one actor: the actor's own replacements, or before VTK 9.0 those of

@@ -1,8 +1,10 @@
 #include "Olvik3DViewerControl.h"
 
+#include "LiveViewers.h"
 #include "Olvik3DViewerPrivate.h"
 
 #include <QApplication>
+#include <QThread>
 #include <QWidget>
 
 #include <string>
@@ -23,7 +25,8 @@ Olvik3DViewerControl::Olvik3DViewerControl(
 
 Olvik3DViewerControl::~Olvik3DViewerControl()
 {
-    if (!d)
+    // Where another thread calls exit(), the GUI thread may be in the middle of the viewer.
+    if (!d || LiveViewers::hasThreadEnded() || d->thread() != QThread::currentThread())
         return;
     disconnect(d, nullptr, this, nullptr);
     d->retire();

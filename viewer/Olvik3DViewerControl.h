@@ -20,10 +20,13 @@ class QWidget;
 ///
 /// Without a parent widget the viewer opens a window of its own, with menus and a status bar, and
 /// creates a QApplication where there is none. With a parent widget only the 3D view is placed into
-/// that widget (in a layout of its own, or at the end of the layout that the widget already has).
+/// that widget: in a layout of its own or at the end of the widget's, as the content of a main
+/// window, dock or scroll area, or as one more pane, page or subwindow.
 ///
-/// All members are called on the GUI thread. The host owns the control; what it built is deleted a
-/// little later, by the event loop, once no dialog of it is open.
+/// All members are called on the GUI thread. The host owns the control and may delete it at any
+/// moment; what it built is deleted a little later, by the event loop, once the stack holds no event
+/// handler, signal or dialog of it. With the QApplication the viewer ends, and a control that is left
+/// does nothing.
 class OLVIK3DVIEWER_EXPORT Olvik3DViewerControl : public QObject
 {
     Q_OBJECT
@@ -72,7 +75,8 @@ public Q_SLOTS:
 
     void show();
 
-    /// In embedded mode the parent widget is shown and hidden together with the view.
+    /// In embedded mode the parent widget is shown and hidden together with the view. Shown again by
+    /// the host, the parent brings the view back.
     void hide();
 
     /// Carried with each frame and kept for hosts; the picture does not depend on it. Default 1.

@@ -5,8 +5,11 @@
 #include "CloudPMainWindow.h"
 #include "CloudScaleDailog.h"
 #include "DataConverter.h"
+#include "Embedding.h"
 #include "GradientTableWidget.h"
 #include "HeightBuffers.h"
+#include "KeepAbove.h"
+#include "LiveViewers.h"
 #include "Olvik3DViewerWidget.h"
 #include "OlvikSettings.h"
 #include "OpenGLCheck.h"
@@ -14,6 +17,7 @@
 #include "ProcessData.h"
 #include "ViewerSettingsKeys.h"
 #include "WaitCursor.h"
+#include "WindowPlace.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -31,13 +35,10 @@
 #include <QMessageBox>
 #include <QMutexLocker>
 #include <QPushButton>
-#include <QScopeGuard>
-#include <QScreen>
 #include <QShortcut>
 #include <QStandardPaths>
 #include <QStatusBar>
 #include <QThread>
-#include <QTimer>
 
 #include <cstdlib>
 #include <exception>
@@ -47,23 +48,20 @@ namespace {
 
 namespace Keys = ViewerSettingsKeys;
 
-constexpr QSize defaultWindowSize{640, 360};
-/// Of a window, so much stays on the screen to take hold of.
-constexpr int grip = 40;
-/// Of the layout that the first viewer made in a host's widget; the last one deletes it.
-const QLatin1String layoutName("Olvik3DViewerLayout");
 constexpr int newGradientMin = 0;
 constexpr int newGradientMax = 1000;
 
 /// Ends the worker thread, which fills the view, before the view goes: the host may delete it,
 /// alone or by clearing a layout. QObject::destroyed would come too late.
-class WatchedView : public Olvik3DViewerWidget
+class WatchedView : public CountedWidget<Olvik3DViewerWidget>
 {
 public:
-    WatchedView(QWidget *parent, Olvik3DViewerPrivate *viewOwner)
-        : Olvik3DViewerWidget(parent)
+    WatchedView(const StackFrames &counting, QWidget *parent, Olvik3DViewerPrivate *viewOwner)
+        : CountedWidget(counting, parent)
         , owner(viewOwner)
     { }
+    /// For layouts that go by what their widgets would like; the scene itself fits any size.
+    QSize sizeHint() const override { return {480, 360}; }
     ~WatchedView() override
     {
         if (owner)
@@ -84,18 +82,6 @@ void ensureApplication()
     static int argc = 0;
     [[maybe_unused]] static const QApplication *kept = nullptr;
     kept = new QApplication(argc, nullptr);
-}
-
-/// Where and as large as stored, though never beyond the screens: they may have changed since, and
-/// a window of a damaged file's size would take all memory.
-void placeWindow(QWidget &window, const QPoint &position, const QSize &size)
-{
-    const QRect desktop = QGuiApplication::primaryScreen()->virtualGeometry();
-    window.resize(size.boundedTo(desktop.size()));
-    const QPoint last = desktop.bottomRight() - QPoint(grip, grip);
-    const QPoint first = desktop.topLeft() + QPoint(grip - window.width(), 0);
-    window.move(
-        qBound(first.x(), position.x(), last.x()), qBound(first.y(), position.y(), last.y()));
 }
 
 /// Without holding the mutex: large clouds take a while. One that does not fit into memory is not
@@ -145,7 +131,7 @@ Olvik3DViewerPrivate::Olvik3DViewerPrivate(QWidget *parent)
     qRegisterMetaType<OlvikProfileData>("OlvikProfileData");
     if (!parent)
         buildWindow();
-    viewer = new WatchedView(container, this);
+    viewer = new WatchedView(frames, container, this);
     if (window) {
         buildMenus();
         restoreColoring();
@@ -163,19 +149,17 @@ Olvik3DViewerPrivate::Olvik3DViewerPrivate(QWidget *parent)
     }
     connect(qApp, &QCoreApplication::aboutToQuit, this, &Olvik3DViewerPrivate::onAboutToQuit);
     startWorker();
+    LiveViewers::add(this);
 }
 
 Olvik3DViewerPrivate::~Olvik3DViewerPrivate()
 {
-    stopWorker();
+    LiveViewers::remove(this);
+    halt();
     if (!window) {
         delete viewer;
-        // By now it may hold another viewer, or what the host put into it.
-        if (layout && layout->count() == 0)
-            delete layout;
         return;
     }
-    saveColoring();
     delete gradientTable;
     delete window;
 }
@@ -199,13 +183,10 @@ void Olvik3DViewerPrivate::buildWindow()
         std::exit(-1);
     }
 
-    window = new CloudPMainWindow(nullptr);
+    window = new CountedWidget<CloudPMainWindow>(frames, nullptr);
     window->setWindowTitle(QStringLiteral("3D Viewer"));
-    window->resize(defaultWindowSize);
-    if (settings->contains(Keys::position())) {
-        placeWindow(*window, settings->value(Keys::position()).toPoint(),
-            settings->value(Keys::size()).toSize());
-    }
+    place = std::make_unique<WindowPlace>(*window, settings);
+    place->restore();
     window->hide();
     container = new QWidget(window);
     auto *statusBar = new QStatusBar(window);
@@ -216,13 +197,13 @@ void Olvik3DViewerPrivate::buildWindow()
 
 void Olvik3DViewerPrivate::buildMenus()
 {
-    auto *file = new QMenu(tr("File"), container);
+    auto *file = new CountedWidget<QMenu>(frames, tr("File"), container);
     window->menuBar()->addMenu(file);
     QAction *saveItem = file->addAction(tr("Save"));
     saveItem->setShortcut(QKeySequence::Save);
     connect(saveItem, &QAction::triggered, this, &Olvik3DViewerPrivate::save);
 
-    auto *view = new QMenu(QStringLiteral("View"), container);
+    auto *view = new CountedWidget<QMenu>(frames, QStringLiteral("View"), container);
     window->menuBar()->addMenu(view);
     addColorModeItems(*view);
     addDataItems(*view);
@@ -268,12 +249,13 @@ void Olvik3DViewerPrivate::addDataItems(QMenu &menu)
 
 void Olvik3DViewerPrivate::askForAxesScale()
 {
-    auto *dialog = new CloudScaleDailog(
+    scaleDialog = new CloudScaleDailog(
         viewer->getScale_x(), viewer->getScale_y(), viewer->getScale_z(), nullptr);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    connect(dialog, &CloudScaleDailog::scaleAccepted, viewer, &Olvik3DViewerWidget::setAxesScale);
-    connect(this, &QObject::destroyed, dialog, &QObject::deleteLater);
-    dialog->show();
+    scaleDialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(
+        scaleDialog, &CloudScaleDailog::scaleAccepted, viewer, &Olvik3DViewerWidget::setAxesScale);
+    connect(this, &QObject::destroyed, scaleDialog, &QObject::deleteLater);
+    scaleDialog->show();
 }
 
 void Olvik3DViewerPrivate::addCameraItems(QMenu &menu)
@@ -286,7 +268,7 @@ void Olvik3DViewerPrivate::addCameraItems(QMenu &menu)
 
 void Olvik3DViewerPrivate::addAxesModeMenu(QMenu &viewMenu)
 {
-    auto *menu = new QMenu(tr("Axes Mode"), container);
+    auto *menu = new CountedWidget<QMenu>(frames, tr("Axes Mode"), container);
     viewMenu.addMenu(menu);
     auto *group = new QActionGroup(this);
     const auto flyMode = static_cast<AxesFly>(
@@ -320,8 +302,10 @@ void Olvik3DViewerPrivate::buildGradientBar()
 {
     gradientTable = new GradientTableWidget(
         QStringLiteral("3DGradients"), newGradientMin, newGradientMax, nullptr);
+    gradientTable->countIn(frames);
     gradientTable->hide();
     gradientTable->setAttribute(Qt::WA_QuitOnClose, false);
+    keepAbove(*gradientTable, *window);
     QComboBox *selector = gradientTable->getSelector();
     selector->setMinimumWidth(120);
     selector->setMaximumWidth(250);
@@ -343,21 +327,17 @@ void Olvik3DViewerPrivate::buildGradientBar()
 
 void Olvik3DViewerPrivate::layOutView()
 {
-    if (!window && container->layout()) {
-        container->layout()->addWidget(viewer);
-        layout = container->findChild<QGridLayout *>(layoutName, Qt::FindDirectChildrenOnly);
+    if (!window) {
+        embedding = std::make_unique<Embedding>(*container, *viewer);
         return;
     }
-    layout = new QGridLayout(container);
-    layout->setObjectName(layoutName);
+    auto *layout = new QGridLayout(container);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(gradientBar, 0, 0);
     layout->addWidget(viewer, 1, 0);
-    if (window) {
-        layout->addWidget(gradientBar, 0, 0);
-        layout->setSpacing(0);
-        viewer->resize(window->size());
-        window->setCentralWidget(container);
-    }
+    viewer->resize(window->size());
+    window->setCentralWidget(container);
 }
 
 void Olvik3DViewerPrivate::startWorker()
@@ -378,6 +358,7 @@ void Olvik3DViewerPrivate::startWorker()
     connect(workerThread, &QThread::finished, processData, &QObject::deleteLater);
     connect(processData, &QObject::destroyed, workerThread, &QObject::deleteLater);
     connect(workerThread, &QObject::destroyed, this, [this] {
+        const StackFrames::Hold hold(frames);
         workerThread = nullptr;
         Q_EMIT closed();
     });
@@ -424,44 +405,36 @@ void Olvik3DViewerPrivate::onAboutToQuit()
         delete workerThread;
     }
     hasQuit = true;
-    if (isRetiring)
-        retire();
+    // The host may leave the rest to exit().
+    saveColoring();
+}
+
+void Olvik3DViewerPrivate::halt()
+{
+    stopWorker();
+    // Not once more when this object goes, later: another viewer may have kept its own by then.
+    if (!std::exchange(isHalted, true))
+        saveColoring();
 }
 
 void Olvik3DViewerPrivate::retire()
 {
-    constexpr int dialogPollMs = 50;
-    stopWorker();
     // At once: where no event loop runs any more, nothing deferred does.
+    halt();
     hideWindows();
-    saveColoring();
-    if (openDialogs > 0) {
-        isRetiring = true;
-        return;
-    }
-    const int level = QThread::currentThread()->loopLevel();
-    if (level > 1 && QApplication::activeModalWidget()) {
-        isRetiring = true;
-        auto *poll = new QTimer(this);
-        connect(poll, &QTimer::timeout, this, [this, poll, level] {
-            if (QThread::currentThread()->loopLevel() >= level)
-                return;
-            poll->stop();
-            // The dialog may have been opened by another one.
-            retire();
-        });
-        poll->start(dialogPollMs);
-        return;
-    }
-    deleteLater();
+    frames.deleteAfterLast(this);
     if (isPastEventLoop())
         QCoreApplication::sendPostedEvents(this, QEvent::DeferredDelete);
 }
 
 void Olvik3DViewerPrivate::hideWindows()
 {
+    if (embedding)
+        embedding->forgetView();
     if (viewer)
         viewer->hide();
+    if (scaleDialog)
+        scaleDialog->close();
     if (!window)
         return;
     window->hide();
@@ -543,7 +516,9 @@ void Olvik3DViewerPrivate::setshowZero(bool on)
 
 void Olvik3DViewerPrivate::show()
 {
+    const StackFrames::Hold hold(frames);
     if (window) {
+        place->prepareShow();
         window->show();
         window->raise();
         window->activateWindow();
@@ -555,9 +530,12 @@ void Olvik3DViewerPrivate::show()
 
 void Olvik3DViewerPrivate::hide()
 {
+    const StackFrames::Hold hold(frames);
     if (window) {
         window->hide();
         gradientTable->hide();
+    } else {
+        embedding->returnWithHost();
     }
     container->hide();
     if (viewer)
@@ -589,12 +567,7 @@ void Olvik3DViewerPrivate::onDistance(double distance)
 
 void Olvik3DViewerPrivate::save()
 {
-    // The control may be deleted behind the dialogs.
-    ++openDialogs;
-    const auto done = qScopeGuard([this] {
-        if (--openDialogs == 0 && isRetiring)
-            retire();
-    });
+    const StackFrames::Hold hold(frames);
     OlvikProfileData profile;
     {
         const QMutexLocker lock(&mutex);
@@ -620,18 +593,11 @@ void Olvik3DViewerPrivate::onWindowClosed()
     isClosing = true;
     // Open, it would keep the application from ending with its last window.
     gradientTable->hide();
-    settings->setValue(Keys::position(), window->pos());
-    settings->setValue(Keys::size(), window->size());
+    place->save();
     settings->setValue(Keys::flyMode(), static_cast<int>(viewer->getAxesFly()));
 }
 
 void Olvik3DViewerPrivate::onResetWindow()
 {
-    window->resize(defaultWindowSize);
-    const QRect screen = QGuiApplication::primaryScreen()->geometry();
-    const QRect frame = window->geometry();
-    window->move((screen.right() - screen.left()) / 2 - (frame.right() - frame.left()) / 2,
-        (screen.bottom() - screen.top()) / 2 - (frame.bottom() - frame.top()) / 2);
-    settings->remove(Keys::position());
-    settings->remove(Keys::size());
+    place->reset();
 }

@@ -3,6 +3,7 @@
 #include "ColorMode.h"
 #include "Olvik3DViewerExport.h"
 #include "OlvikProfileData.h"
+#include "StackFrames.h"
 
 #include <QMutex>
 #include <QObject>
@@ -12,6 +13,8 @@
 #include <memory>
 
 class CloudPMainWindow;
+class CloudScaleDailog;
+class Embedding;
 class GradientTableWidget;
 class HeightBuffers;
 class Olvik3DViewerWidget;
@@ -19,11 +22,11 @@ class OlvikSettings;
 class ProcessData;
 class QAction;
 class QFrame;
-class QGridLayout;
 class QLabel;
 class QMenu;
 class QThread;
 class QWidget;
+class WindowPlace;
 
 /// The viewer behind Olvik3DViewerControl: window, menus, settings and the worker thread.
 ///
@@ -51,10 +54,11 @@ public:
     /// then on.
     void stopWorker();
 
-    /// Takes the viewer off the screen, keeps its settings and deletes this object, deferred: it
-    /// may be inside a slot or have events waiting for it. While a dialog runs its own event loop,
-    /// which may be inside a slot of this object or of its widgets, that is put off until the
-    /// dialog is closed.
+    /// Stops the worker and keeps the settings. Touches no widget: exit() may have begun.
+    void halt();
+
+    /// Halts, takes the viewer off the screen and deletes this object, deferred and not before the
+    /// stack is free of its frames and those of its widgets.
     void retire();
 
 Q_SIGNALS:
@@ -102,10 +106,11 @@ private:
     bool isPastEventLoop() const;
 
     CloudPMainWindow *window = nullptr; ///< null in embedded mode
+    std::unique_ptr<WindowPlace> place; ///< null in embedded mode
     QWidget *container = nullptr; ///< holds the view; in embedded mode the host's widget
     QLabel *statusLabel = nullptr;
     QPointer<Olvik3DViewerWidget> viewer;
-    QPointer<QGridLayout> layout; ///< null where the host's own layout took the view
+    std::unique_ptr<Embedding> embedding; ///< null in window mode
     std::unique_ptr<HeightBuffers> heights;
     OlvikProfileData lastProfile;
     bool showZero = true;
@@ -115,13 +120,14 @@ private:
     QAction *autoAction = nullptr;
     QAction *gradientAction = nullptr;
     GradientTableWidget *gradientTable = nullptr; ///< a window of its own; null in embedded mode
+    QPointer<CloudScaleDailog> scaleDialog; ///< the last one that was opened
     QFrame *gradientBar = nullptr; ///< shown in gradient mode; null in embedded mode
     QString gradientName;
     std::shared_ptr<OlvikSettings> settings;
     QMutex mutex; ///< guards heights, lastProfile, showZero and the hand-over to the worker
     bool hasWarnedOfNullBuffer = false;
-    int openDialogs = 0; ///< of this object's own, one behind the other
+    StackFrames frames; ///< of this object and its widgets
     bool isClosing = false; ///< the window was closed
     bool hasQuit = false;
-    bool isRetiring = false; ///< the control is gone, a dialog is still open
+    bool isHalted = false;
 };

@@ -15,6 +15,10 @@ inline QString size()
 {
     return QStringLiteral("3Dviewer/size");
 }
+inline QString maximized()
+{
+    return QStringLiteral("3Dviewer/maximized");
+}
 inline QString flyMode()
 {
     return QStringLiteral("3Dviewer/FlyMode");

@@ -4,7 +4,6 @@
 #include "SceneProbe.h"
 #include "ViewerWindow.h"
 
-#include <QPluginLoader>
 #include <QtUiPlugin/QDesignerCustomWidgetInterface>
 #include <QUiLoader>
 

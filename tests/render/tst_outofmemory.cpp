@@ -5,11 +5,7 @@
 #include "GradientFactory.h"
 #include "Olvik3DViewerWidget.h"
 
-#include <QRegularExpression>
-
 #include <vtkCallbackCommand.h>
-#include <vtkNew.h>
-#include <vtkPoints.h>
 
 #include <atomic>
 #include <cstddef>
@@ -37,18 +33,8 @@ Q_DECL_EXPORT void *malloc(std::size_t size)
 
 namespace {
 
+/// A cloud of 1.1 MB.
 constexpr int side = 300;
-
-/// A slope of 1.1 MB.
-vtkSmartPointer<vtkPolyData> slope()
-{
-    vtkNew<vtkPoints> points;
-    for (int i = 0; i < side * side; ++i)
-        points->InsertNextPoint(i % side, i / side, i % side);
-    auto cloud = vtkSmartPointer<vtkPolyData>::New();
-    cloud->SetPoints(points);
-    return cloud;
-}
 
 void load(Olvik3DViewerWidget &view, const vtkSmartPointer<vtkPolyData> &cloud)
 {
@@ -91,7 +77,7 @@ private Q_SLOTS:
         view.resize(300, 300);
         view.show();
         QVERIFY(QTest::qWaitForWindowExposed(&view));
-        load(view, slope());
+        load(view, rampCloud(side, side));
         QTRY_VERIFY(view.getAxisVisibility());
         view.showAxes(false);
         const int lit = SceneProbe(view).litPixels();
@@ -99,7 +85,7 @@ private Q_SLOTS:
 
         QTest::ignoreMessage(
             QtWarningMsg, QRegularExpression("^3D viewer: a picture was dropped: "));
-        const vtkSmartPointer<vtkPolyData> next = slope();
+        const vtkSmartPointer<vtkPolyData> next = rampCloud(side, side);
         largestBlock = 200'000;
         QVERIFY_EXCEPTION_THROWN(load(view, next), std::bad_alloc);
         step(view);

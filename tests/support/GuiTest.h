@@ -1,8 +1,7 @@
 #pragma once
 
-#include <QApplication>
-#include <QTemporaryDir>
 #include <QtTest>
+#include <QtWidgets>
 
 // Signal spies record the argument of pointPicked, though not the numbers behind it.
 Q_DECLARE_METATYPE(double *)

@@ -3,9 +3,9 @@
 #include "Olvik3DViewerWidget.h"
 
 #include <QImage>
-#include <QPoint>
 
 #include <vtkCamera.h>
+#include <vtkPoints.h>
 #include <vtkRenderer.h>
 #include <vtkRendererCollection.h>
 #include <vtkRenderWindow.h>
@@ -100,4 +100,15 @@ inline bool isNear(const QColor &actual, const QColor &expected, int tolerance =
     return qAbs(actual.red() - expected.red()) <= tolerance
         && qAbs(actual.green() - expected.green()) <= tolerance
         && qAbs(actual.blue() - expected.blue()) <= tolerance;
+}
+
+/// Columns x rows points whose height is the column.
+inline vtkSmartPointer<vtkPolyData> rampCloud(int columns, int rows)
+{
+    vtkNew<vtkPoints> points;
+    for (int i = 0; i < columns * rows; ++i)
+        points->InsertNextPoint(i % columns, i / columns, i % columns);
+    auto cloud = vtkSmartPointer<vtkPolyData>::New();
+    cloud->SetPoints(points);
+    return cloud;
 }

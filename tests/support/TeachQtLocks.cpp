@@ -3,12 +3,7 @@
 // like a race. These take the place of Qt's functions in calls from our code and tell the
 // sanitizer.
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
-#include <QEvent>
-#include <QMetaObject>
-#include <QMutex>
-#include <QThread>
+#include <QtCore>
 
 #include <dlfcn.h>
 

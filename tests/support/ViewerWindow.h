@@ -3,19 +3,22 @@
 #include "CloudPMainWindow.h"
 #include "Olvik3DViewerWidget.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QMenu>
+#include <QtWidgets>
 
 #include <vector>
 
-inline CloudPMainWindow *viewerWindow()
+template <class Window> Window *topLevel()
 {
     for (QWidget *widget : QApplication::topLevelWidgets()) {
-        if (auto *window = qobject_cast<CloudPMainWindow *>(widget))
+        if (auto *window = qobject_cast<Window *>(widget))
             return window;
     }
     return nullptr;
+}
+
+inline CloudPMainWindow *viewerWindow()
+{
+    return topLevel<CloudPMainWindow>();
 }
 
 inline Olvik3DViewerWidget *viewIn(QWidget *widget)
@@ -32,6 +35,14 @@ inline QAction *menuItem(const QString &text)
         }
     }
     return nullptr;
+}
+
+/// Of a folder like /proc/self/task, which holds the threads of this process.
+inline int entriesIn(const char *folder)
+{
+    return QDir(QString::fromLatin1(folder))
+        .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)
+        .size();
 }
 
 /// Heights that rise along each profile, from 0 by 1.

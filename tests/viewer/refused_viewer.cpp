@@ -1,24 +1,39 @@
 // A host on a machine without OpenGL 3.2: answers the message box like a user and prints what it
-// said. With "embed" it places the viewer in a widget of its own and feeds it.
+// said. With "embed" it places the viewer in a widget of its own and feeds it, with "beside" it asks
+// for one in a window, too.
 
 #include "Olvik3DViewerControl.h"
+#include "Olvik3DViewerWidget.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
 #include <QTest>
+#include <QThread>
 #include <QTimer>
 #include <QWidget>
 
+#include <atomic>
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 
-int embed()
+std::atomic<bool> isWorking{false};
+
+int embed(bool isSecondRefused)
 {
     QWidget host;
     host.resize(300, 200);
     Olvik3DViewerControl viewer(QStringLiteral("embedded"), &host, nullptr);
+    QObject::connect(
+        host.findChild<Olvik3DViewerWidget *>(), &Olvik3DViewerWidget::mRender, &host,
+        [] {
+            isWorking = true;
+            QObject::connect(
+                QThread::currentThread(), &QThread::finished, [] { isWorking = false; });
+        },
+        Qt::DirectConnection);
     host.show();
     viewer.show();
     float heights[] = {1.0f, 2.0f, 3.0f, 4.0f};
@@ -27,6 +42,8 @@ int embed()
         QTest::qWait(300);
     }
     QTest::mouseClick(host.childAt(150, 100), Qt::LeftButton);
+    if (isSecondRefused)
+        const Olvik3DViewerControl second(QStringLiteral("refused"), nullptr, nullptr);
     return 0;
 }
 
@@ -35,8 +52,11 @@ int embed()
 int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
-    if (application.arguments().contains("embed"))
-        return embed();
+    std::atexit([] {
+        // The library's static objects go next.
+        if (isWorking)
+            std::_Exit(1);
+    });
     QTimer user;
     QObject::connect(&user, &QTimer::timeout, &user, [] {
         auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
@@ -50,6 +70,8 @@ int main(int argc, char *argv[])
     // Slower than the window system, like a user: the box has to be on screen before it can have
     // the focus.
     user.start(500);
+    if (application.arguments().size() > 1)
+        return embed(application.arguments().contains("beside"));
     const Olvik3DViewerControl viewer(QStringLiteral("refused"), nullptr, nullptr);
     return 0;
 }

@@ -6,10 +6,6 @@
 
 #include "Olvik3DViewerControl.h"
 
-#include <QDockWidget>
-#include <QMainWindow>
-#include <QOpenGLContext>
-
 #include <algorithm>
 #include <atomic>
 

@@ -1,5 +1,6 @@
 // What a host may meet: full disks, folders that take nothing, damaged files, kills, no memory.
 #include "GuiTest.h"
+#include "HostProcess.h"
 #include "Operator.h"
 #include "ViewerWindow.h"
 
@@ -9,28 +10,24 @@
 #include "PlyReader.h"
 #include "PlyWriter.h"
 
-#include <QComboBox>
-#include <QDirIterator>
-#include <QProcess>
-
 #include <vtkNew.h>
 #include <vtkPoints.h>
 #include <vtkPolyData.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
-#include <map>
 #include <new>
 
 #include <sys/mount.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
 constexpr int pointCount = 3000;
+constexpr int gradientCount = 200;
 
 QString settingsFile(const QString &home)
 {
@@ -50,14 +47,15 @@ bool create(const QString &path, const QByteArray &contents)
     return file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size();
 }
 
-bool saveCloud(const QString &path, int round)
+void saveCloud(const QString &path, int round)
 {
     vtkNew<vtkPoints> points;
     for (int i = 0; i < pointCount; ++i)
         points->InsertNextPoint(i, round, 0.1);
     vtkNew<vtkPolyData> cloud;
     cloud->SetPoints(points);
-    return writePly(*cloud, path);
+    if (!writePly(*cloud, path))
+        std::_Exit(1);
 }
 
 void saveSettings(int round)
@@ -66,37 +64,31 @@ void saveSettings(int round)
     OlvikSettings::Instance()->setValue("loop/text", QString(2000, 'x'));
 }
 
-/// A file system of its own for as long as it lives.
-class SmallDisk
+/// All carry the number of the round.
+void saveGradients(const QString &path, int round)
 {
-public:
-    explicit SmallDisk(const QString &where)
-        : path(QFile::encodeName(where))
-        , mounted(::mkdir(path, 0700) == 0 && ::mount("none", path, "tmpfs", 0, "size=256k") == 0)
-    { }
-    ~SmallDisk()
-    {
-        if (mounted)
-            ::umount2(path, MNT_DETACH);
-    }
-    Q_DISABLE_COPY_MOVE(SmallDisk)
-    bool isMounted() const { return mounted; }
-    bool refuseWrites() const
-    {
-        return ::mount("none", path, "tmpfs", MS_REMOUNT | MS_RDONLY, nullptr) == 0;
-    }
-    void fill() const
-    {
-        QFile file(path + "/filler");
-        file.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
-        while (file.write(QByteArray(4096, 'f')) > 0) { }
-    }
-    void free() const { QFile::remove(path + "/filler"); }
+    static GradientCollection collection(path);
+    QJsonArray records;
+    for (int number = 0; number < gradientCount; ++number)
+        records.append(QJsonObject{{"name", QString::number(number)}, {"max", round}});
+    collection.read({{"gradients", records}});
+    collection.save();
+}
 
-private:
-    QByteArray path;
-    bool mounted;
-};
+bool isWhole(const QString &kind, const QString &path)
+{
+    if (kind == "cloud")
+        return readPly(path)->GetNumberOfPoints() == pointCount;
+    if (kind == "settings")
+        return contentsOf(path).endsWith("text=" + QByteArray(2000, 'x') + '\n');
+    GradientCollection collection(path);
+    collection.load();
+    const auto gradients = collection.getGradients();
+    const double round = gradients.value(0, std::make_shared<Gradient>())->getMax();
+    const auto isOfRound = [round](const auto &gradient) { return gradient->getMax() == round; };
+    return gradients.size() == gradientCount && round > 0.0
+        && std::all_of(gradients.begin(), gradients.end(), isOfRound);
+}
 
 /// The worker may still be at an earlier one, and drop some.
 bool showsOneOfTheNextBuffers(Olvik3DViewerControl &viewer)
@@ -180,26 +172,13 @@ int runViewersInTurn()
     return 0;
 }
 
-int saveAll(const QString &home, int round)
-{
-    int failures = saveCloud(home + "/cloud.ply", round) ? 0 : 1;
-    GradientCollection collection(home + "/gradients.json");
-    try {
-        const std::shared_ptr<Gradient> gradient = collection.newGradientShared();
-        gradient->setName(QString::number(round).repeated(3000));
-        collection.add(gradient);
-    } catch (const GradientCollection::FileErrorException &) {
-        ++failures;
-    }
-    saveSettings(round);
-    return failures;
-}
-
 [[noreturn]] void saveUntilKilled(const QString &kind, const QString &file)
 {
     for (int round = 1;; ++round) {
         if (kind == "cloud")
             saveCloud(file, round);
+        else if (kind == "gradients")
+            saveGradients(file, round);
         else
             saveSettings(round);
         if (round == 1) {
@@ -207,28 +186,6 @@ int saveAll(const QString &home, int round)
             std::fflush(stdout);
         }
     }
-}
-
-std::map<QString, QByteArray> filesIn(const QString &home)
-{
-    std::map<QString, QByteArray> files;
-    QDirIterator all(home, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (all.hasNext()) {
-        const QString path = all.next();
-        if (!path.endsWith("/filler"))
-            files[path] = contentsOf(path);
-    }
-    return files;
-}
-
-void setHome(QProcess &child, const QString &home)
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("HOME", home);
-    environment.insert("XDG_CONFIG_HOME", home + "/config");
-    environment.insert("XDG_DATA_HOME", home + "/data");
-    environment.insert("QT_LOGGING_RULES", "default.debug=false");
-    child.setProcessEnvironment(environment);
 }
 
 } // namespace
@@ -284,7 +241,7 @@ private Q_SLOTS:
         QFETCH(const Damage, damage);
         QFETCH(const QByteArray, console);
         QVERIFY(damage(folder->path()));
-        viewerIsFine({"view"}, folder->path(), "Default 0\n", console);
+        HostProcess(folder->path()).expect(self, {"view"}, "Default 0\n", console);
     }
 
     void aDiskThatTakesNothing_data()
@@ -298,59 +255,45 @@ private Q_SLOTS:
     {
         QFETCH(bool, isFull);
         const QString home = folder->filePath("home");
-        const SmallDisk disk(home);
-        if (!disk.isMounted())
+        const QByteArray disk = QFile::encodeName(home);
+        if (!QDir().mkdir(home) || ::mount("none", disk, "tmpfs", 0, "size=256k") != 0)
             QSKIP("needs the right to mount a file system");
-        if (isFull)
-            disk.fill();
-        else
-            QVERIFY(disk.refuseWrites());
-        viewerIsFine({"view"}, home, "Default 0\n", "Couldn't open save file.\n");
-    }
-
-    void aFullDiskKeepsTheEarlierFiles()
-    {
-        const QString home = folder->filePath("home");
-        const SmallDisk disk(home);
-        if (!disk.isMounted())
-            QSKIP("needs the right to mount a file system");
-        QCOMPARE(failedSaves(home, "1"), 0);
-        const auto before = filesIn(home);
-        disk.fill();
-        QCOMPARE(failedSaves(home, "2"), 2);
-        QVERIFY(filesIn(home) == before);
-        disk.free();
-        QCOMPARE(failedSaves(home, "2"), 0);
-        QCOMPARE(filesIn(home).size(), before.size());
-        for (const auto &[path, contents] : filesIn(home))
-            QVERIFY2(contents != before.at(path), qPrintable(path));
+        const auto unmount = qScopeGuard([&disk] { ::umount2(disk, MNT_DETACH); });
+        const QByteArray earlier = "[loop]\ntext=" + QByteArray(2000, 'x') + '\n';
+        QVERIFY(create(settingsFile(home), earlier));
+        QFile filler(home + "/filler");
+        QVERIFY(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+        while (isFull && filler.write(QByteArray(4096, 'f')) > 0) { }
+        filler.close();
+        if (!isFull)
+            QCOMPARE(::mount("none", disk, "tmpfs", MS_REMOUNT | MS_RDONLY, nullptr), 0);
+        HostProcess(home).expect(self, {"view"}, "Default 0\n", "Couldn't open save file.\n");
+        QCOMPARE(contentsOf(settingsFile(home)), earlier);
     }
 
     void aKillLeavesWholeFiles_data()
     {
-        QTest::addColumn<QString>("kind");
-        QTest::newRow("cloud") << "cloud";
-        QTest::newRow("settings") << "settings";
+        QTest::addColumn<int>("kills");
+        QTest::newRow("cloud") << 25;
+        QTest::newRow("settings") << 25;
+        QTest::newRow("gradients") << 100;
     }
 
     void aKillLeavesWholeFiles()
     {
-        QFETCH(QString, kind);
+        QFETCH(int, kills);
+        const QString kind = QTest::currentDataTag();
         const QString file =
-            kind == "cloud" ? folder->filePath("cloud.ply") : settingsFile(folder->path());
-        for (int round = 0; round < 25; ++round) {
-            QProcess saver;
-            setHome(saver, folder->path());
-            saver.start(QCoreApplication::applicationFilePath(), {"loop", kind, file});
+            kind == "settings" ? settingsFile(folder->path()) : folder->filePath("saved.ply");
+        for (int round = 0; round < kills; ++round) {
+            HostProcess saver(folder->path());
+            saver.start(self, {"loop", kind, file});
             QVERIFY(saver.waitForReadyRead(20000));
             QTest::qSleep(QRandomGenerator::global()->bounded(1, 20));
             saver.kill();
             QVERIFY(saver.waitForFinished());
             QVERIFY(saver.exitStatus() == QProcess::CrashExit);
-            if (kind == "cloud")
-                QCOMPARE(readPly(file)->GetNumberOfPoints(), vtkIdType(pointCount));
-            else
-                QVERIFY(contentsOf(file).endsWith("text=" + QByteArray(2000, 'x') + '\n'));
+            QVERIFY(isWhole(kind, file));
             // One temporary for each kill, no more.
             QVERIFY(
                 QFileInfo(file).dir().entryList(QDir::Files | QDir::Hidden).size() <= round + 3);
@@ -364,48 +307,24 @@ private Q_SLOTS:
 #endif
         const QByteArray told =
             "3D viewer: a buffer of 8000 x 8000 heights was dropped: std::bad_alloc\n";
-        viewerIsFine({"starve"}, folder->path(), "Default 4\n", told + told);
+        HostProcess(folder->path()).expect(self, {"starve"}, "Default 4\n", told + told);
     }
 
     void theHostMayEndTheApplication()
     {
-        viewerIsFine({"turns"}, folder->path(), "twice\n", "");
+        HostProcess(folder->path()).expect(self, {"turns"}, "twice\n");
     }
 
 private:
-    static void viewerIsFine(const QStringList &arguments, const QString &home,
-        const QByteArray &output, const QByteArray &console)
-    {
-        QProcess host;
-        setHome(host, home);
-        host.start(QCoreApplication::applicationFilePath(), arguments);
-        QVERIFY(host.waitForFinished(60000));
-        QCOMPARE(host.readAllStandardError(), console);
-        QCOMPARE(host.readAllStandardOutput(), output);
-        QCOMPARE(host.exitStatus(), QProcess::NormalExit);
-        QCOMPARE(host.exitCode(), 0);
-    }
-
-    static int failedSaves(const QString &home, const QString &round)
-    {
-        QProcess host;
-        setHome(host, home);
-        host.start(QCoreApplication::applicationFilePath(), {"save", home, round});
-        return host.waitForFinished(60000) && host.exitStatus() == QProcess::NormalExit
-            ? host.exitCode()
-            : -1;
-    }
-
+    const QString self = QCoreApplication::applicationFilePath();
     std::unique_ptr<QTemporaryDir> folder;
 };
 
 int main(int argc, char *argv[])
 {
     const QByteArray role = argc > 1 ? argv[1] : "";
-    if (role == "loop" || role == "save") {
+    if (role == "loop") {
         const QCoreApplication application(argc, argv);
-        if (role == "save")
-            return saveAll(argv[2], std::atoi(argv[3]));
         saveUntilKilled(argv[2], argv[3]);
     }
     if (role == "turns")

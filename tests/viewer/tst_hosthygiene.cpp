@@ -4,16 +4,10 @@
 #include "GradientTableWidget.h"
 #include "Olvik3DViewerControl.h"
 
-#include <QDir>
-#include <QPointer>
-#include <QSurfaceFormat>
-#include <QTableView>
-#include <QTimer>
-#include <QToolBar>
-
 #include <clocale>
 #include <csignal>
 #include <exception>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -45,22 +39,6 @@ struct ProcessState
     QByteArray folder = QDir::currentPath().toUtf8();
 };
 
-int entriesIn(const char *folder)
-{
-    return QDir(QString::fromLatin1(folder))
-        .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)
-        .size();
-}
-
-GradientTableWidget *gradientManager()
-{
-    for (QWidget *widget : QApplication::topLevelWidgets()) {
-        if (auto *table = qobject_cast<GradientTableWidget *>(widget))
-            return table;
-    }
-    return nullptr;
-}
-
 void openFeedAndClose()
 {
     Olvik3DViewerControl viewer("guest", nullptr, nullptr);
@@ -75,6 +53,8 @@ void openFeedAndClose()
 }
 
 } // namespace
+
+Q_DECLARE_METATYPE(std::function<void(bool &)>)
 
 class TestHostHygiene : public QObject
 {
@@ -120,54 +100,119 @@ private Q_SLOTS:
         QCOMPARE(entriesIn("/proc/self/fd"), files);
     }
 
-    void theGradientManagerGoesWithTheWindow_data()
-    {
-        QTest::addColumn<bool>("isClosed");
-        QTest::newRow("closed") << true;
-        QTest::newRow("hidden") << false;
-    }
-
     void theGradientManagerGoesWithTheWindow()
     {
-        QFETCH(bool, isClosed);
-        Olvik3DViewerControl viewer("managed", nullptr, nullptr);
-        viewer.show();
-        gradientManager()->show();
-        QVERIFY(QTest::qWaitForWindowExposed(gradientManager()));
-        if (isClosed) {
-            QTimer watchdog;
-            connect(&watchdog, &QTimer::timeout, qApp, [] { QCoreApplication::exit(1); });
-            watchdog.start(5000);
-            QTimer::singleShot(0, viewerWindow(), &QWidget::close);
-            QCOMPARE(QApplication::exec(), 0);
-        } else {
-            viewer.hide();
+        for (const bool isClosed : {true, false}) {
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            Olvik3DViewerControl viewer("managed", nullptr, nullptr);
+            auto *manager = topLevel<GradientTableWidget>();
+            viewer.show();
+            manager->show();
+            QVERIFY(QTest::qWaitForWindowExposed(manager));
+            if (isClosed) {
+                QTimer watchdog;
+                connect(&watchdog, &QTimer::timeout, qApp, [] { QCoreApplication::exit(1); });
+                watchdog.start(5000);
+                QTimer::singleShot(0, viewerWindow(), &QWidget::close);
+                QCOMPARE(QApplication::exec(), 0);
+            } else {
+                viewer.hide();
+            }
+            QVERIFY(!manager->isVisible());
         }
-        QVERIFY(!gradientManager()->isVisible());
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    void aSlotMayEndTheViewerInItsOwnLoop_data()
+    {
+        QTest::addColumn<std::function<void(bool &)>>("loop");
+        const auto row = [](const char *name, std::function<void(bool &)> loop) {
+            QTest::newRow(name) << std::move(loop);
+        };
+        row("events", [](bool &isDone) {
+            while (!isDone)
+                QCoreApplication::processEvents();
+        });
+        row("event loop", [](bool &) {
+            QEventLoop loop;
+            QTimer::singleShot(500, &loop, &QEventLoop::quit);
+            loop.exec();
+        });
+        row("menu", [](bool &) {
+            QMenu menu;
+            menu.addAction("Remember this point");
+            QTimer::singleShot(500, &menu, &QMenu::close);
+            menu.exec();
+        });
+    }
+
+    void aSlotMayEndTheViewerInItsOwnLoop()
+    {
+        QFETCH(std::function<void(bool &)>, loop);
+        struct Receiver : IEvent3DViewerReceiver
+        {
+            void viewerClosed(const char *) override
+            {
+                viewer.reset();
+                QTimer::singleShot(300, &timers, [this] { isDone = true; });
+            }
+            QObject timers;
+            std::unique_ptr<Olvik3DViewerControl> viewer;
+            bool isDone = false;
+        } receiver;
+        receiver.viewer = std::make_unique<Olvik3DViewerControl>("looped", nullptr, &receiver);
+        const QPointer<CloudPMainWindow> window = viewerWindow();
+        receiver.viewer->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        bool outlivedTheSlot = false;
+        connect(receiver.viewer.get(), &Olvik3DViewerControl::pointPicked, this, [&] {
+            QTimer::singleShot(0, window, &QWidget::close);
+            loop(receiver.isDone);
+            outlivedTheSlot = window && !receiver.viewer;
+        });
+        QTest::mouseClick(viewIn(window), Qt::LeftButton);
+        QVERIFY(outlivedTheSlot);
+        QTRY_VERIFY(!window);
+    }
+
+    void aDialogOfTheHostKeepsNoViewer()
+    {
+        auto viewer = std::make_unique<Olvik3DViewerControl>("behind", nullptr, nullptr);
+        const QPointer<CloudPMainWindow> window = viewerWindow();
+        viewer->show();
+        QDialog dialog;
+        QTimer::singleShot(100, &dialog, [&] { viewer.reset(); });
+        QTimer::singleShot(500, &dialog, &QDialog::accept);
+        connect(window, &QObject::destroyed, &dialog, &QDialog::reject);
+        QTimer::singleShot(0, &dialog, [&] { QCoreApplication::exit(dialog.exec()); });
+        QCOMPARE(QApplication::exec(), int(QDialog::Rejected));
     }
 
     void theHostMayDeleteTheViewerBehindADialog_data()
     {
-        QTest::addColumn<bool>("isSaving");
+        QTest::addColumn<QString>("opener");
         QTest::addColumn<bool>("runsEventLoop");
-        QTest::newRow("gradients") << false << true;
-        QTest::newRow("save") << true << true;
-        QTest::newRow("save, in a host without an event loop") << true << false;
+        QTest::newRow("gradients") << "tool bar" << true;
+        QTest::newRow("gradients, by a click into the table") << "table" << true;
+        QTest::newRow("save") << "menu" << true;
+        QTest::newRow("save, in a host without an event loop") << "menu" << false;
     }
 
     void theHostMayDeleteTheViewerBehindADialog()
     {
-        QFETCH(bool, isSaving);
+        QFETCH(QString, opener);
         QFETCH(bool, runsEventLoop);
         auto viewer = std::make_unique<Olvik3DViewerControl>("gone", nullptr, nullptr);
         const QPointer<QObject> window = viewerWindow();
-        const QPointer<GradientTableWidget> gradients = gradientManager();
+        const QPointer<GradientTableWidget> gradients = topLevel<GradientTableWidget>();
         gradients->show();
-        gradients->findChild<QTableView *>()->selectRow(0);
+        auto *table = gradients->findChild<QTableView *>();
+        table->selectRow(0);
         QAction *duplicate = gradients->findChild<QToolBar *>()->actions()[1];
-        QAction *opener = isSaving ? menuItem("Save") : duplicate;
-        QTimer::singleShot(0, opener, &QAction::trigger);
+        QTimer::singleShot(0, this, [&opener, save = menuItem("Save"), table, duplicate] {
+            if (opener == "table")
+                return QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, {20, 10});
+            (opener == "menu" ? save : duplicate)->trigger();
+        });
         bool wasAliveBehindTheDialog = false;
         QTimer answer;
         connect(&answer, &QTimer::timeout, this, [&] {

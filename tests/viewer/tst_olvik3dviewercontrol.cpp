@@ -2,25 +2,9 @@
 #include "SceneProbe.h"
 #include "ViewerWindow.h"
 
-#include "CloudPMainWindow.h"
 #include "Olvik3DViewerControl.h"
-#include "Olvik3DViewerPrivate.h"
-#include "Olvik3DViewerWidget.h"
 #include "OlvikSettings.h"
 
-#include <QAction>
-#include <QComboBox>
-#include <QGridLayout>
-#include <QLabel>
-#include <QMenu>
-#include <QMenuBar>
-#include <QScreen>
-#include <QSemaphore>
-#include <QSignalSpy>
-#include <QStatusBar>
-#include <QThread>
-
-#include <cmath>
 #include <functional>
 #include <limits>
 #include <memory>
@@ -72,13 +56,6 @@ private:
     QSemaphore gate;
 };
 
-int threadsOfThisProcess()
-{
-    return static_cast<int>(QDir(QStringLiteral("/proc/self/task"))
-                                .entryList(QDir::Dirs | QDir::NoDotAndDotDot)
-                                .size());
-}
-
 } // namespace
 
 class TestOlvik3DViewerControl : public QObject
@@ -96,23 +73,12 @@ private Q_SLOTS:
             OlvikSettings::Instance()->remove(key);
     }
 
-    void aBufferReachesTheScreen_data()
-    {
-        QTest::addColumn<bool>("isEmbedded");
-        QTest::newRow("own window") << false;
-        QTest::newRow("embedded") << true;
-    }
-
     void aBufferReachesTheScreen()
     {
-        QFETCH(bool, isEmbedded);
-        QWidget host;
-        host.resize(400, 400);
-        Olvik3DViewerControl viewer("colours", isEmbedded ? &host : nullptr, nullptr);
+        Olvik3DViewerControl viewer("colours", nullptr, nullptr);
         viewer.show();
-        QWidget *top = isEmbedded ? &host : viewerWindow();
-        QVERIFY(QTest::qWaitForWindowExposed(top));
-        Olvik3DViewerWidget *view = viewIn(top);
+        QVERIFY(QTest::qWaitForWindowExposed(viewerWindow()));
+        Olvik3DViewerWidget *view = viewIn(viewerWindow());
         SceneProbe probe(*view);
         QCOMPARE(probe.litPixels(), 0);
 
@@ -339,13 +305,14 @@ private Q_SLOTS:
                 host.reset();
             else
                 delete viewer;
+            QVERIFY(!viewerWindow() || !viewerWindow()->isVisible());
             runDeferredDeletes();
             QVERIFY(!viewerWindow());
             // Libraries start pools of their own during the first round.
             if (repetition == 1)
-                threads = threadsOfThisProcess();
+                threads = entriesIn("/proc/self/task");
         }
-        QCOMPARE(threadsOfThisProcess(), threads);
+        QCOMPARE(entriesIn("/proc/self/task"), threads);
     }
 
     void theHostMayDeleteTheView()
@@ -369,35 +336,6 @@ private Q_SLOTS:
             viewer.show();
             QVERIFY(!viewer.isVisible());
         }
-    }
-
-    void embeddedLeavesNothingBehind_data()
-    {
-        QTest::addColumn<bool>("hasLayout");
-        QTest::newRow("host without a layout") << false;
-        QTest::newRow("host with a layout") << true;
-    }
-
-    void embeddedLeavesNothingBehind()
-    {
-        QFETCH(bool, hasLayout);
-        QWidget host;
-        if (hasLayout)
-            (new QVBoxLayout(&host))->addWidget(new QLabel("results", &host));
-        const int children = host.children().size();
-        auto *viewer = new Olvik3DViewerControl("guest", &host, nullptr);
-        viewer->show();
-        QVERIFY(viewIn(&host)->isVisible());
-        QVERIFY(!viewerWindow());
-        QVERIFY(host.findChildren<QMenuBar *>().isEmpty());
-        QCOMPARE(viewer->isVisible(), true);
-
-        delete viewer;
-        runDeferredDeletes();
-
-        QCOMPARE(host.children().size(), children);
-        QCOMPARE(host.layout() != nullptr, hasLayout);
-        QCOMPARE(!hasLayout || host.layout()->count() == 1, true);
     }
 
     void anEmbeddedViewerMayBeReplaced()
@@ -457,20 +395,6 @@ private Q_SLOTS:
         QCOMPARE(viewerWindow()->pos(),
             QPoint((screen.width() - 1) / 2 - 639 / 2, (screen.height() - 1) / 2 - 359 / 2));
         QVERIFY(!OlvikSettings::Instance()->contains("3Dviewer/position"));
-    }
-
-    void aDeletedViewerIsOverWithoutAnEventLoop()
-    {
-        auto viewer = std::make_unique<Olvik3DViewerControl>("over", nullptr, nullptr);
-        viewer->show();
-        QVERIFY(QTest::qWaitForWindowExposed(viewerWindow()));
-        menuItem("Gradient")->trigger();
-        viewerWindow()->findChild<QComboBox *>()->setCurrentIndex(1);
-        viewer.reset();
-        QVERIFY(!viewerWindow() || !viewerWindow()->isVisible());
-        const auto settings = OlvikSettings::Instance();
-        QCOMPARE(settings->value("3Dviewer/ColorMode").toInt(), 1);
-        QCOMPARE(settings->value("3Dviewer/gradient_name").toString(), QString("Default Color"));
     }
 
     void anEmbeddedViewerKeepsTheOperatorsColoring()

@@ -1,6 +1,4 @@
-#include <QProcess>
-#include <QTemporaryDir>
-#include <QtTest>
+#include "HostProcess.h"
 
 class TestOpenGLRefusal : public QObject
 {
@@ -16,6 +14,7 @@ private Q_SLOTS:
         QTest::newRow("3.1") << "3.1" << true << QStringList();
         QTest::newRow("3.2") << "3.2" << false << QStringList();
         QTest::newRow("2.1, embedded: the host lives on") << "2.1" << false << QStringList("embed");
+        QTest::newRow("2.1, beside an embedded one") << "2.1" << true << QStringList("beside");
         QTest::newRow("3.2, embedded") << "3.2" << false << QStringList("embed");
     }
 
@@ -24,27 +23,14 @@ private Q_SLOTS:
         QFETCH(QString, version);
         QFETCH(bool, isRefused);
         QFETCH(QStringList, arguments);
-        QProcess host;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("MESA_GL_VERSION_OVERRIDE", version);
-        environment.insert("QT_LOGGING_RULES", "default.debug=false");
-        environment.insert("XDG_DATA_HOME", folder.path());
-        environment.insert("XDG_CONFIG_HOME", folder.path());
-        host.setProcessEnvironment(environment);
-        host.start(REFUSED_VIEWER, arguments);
-        QVERIFY(host.waitForFinished(30000));
-
-        QCOMPARE(host.exitStatus(), QProcess::NormalExit);
-        QCOMPARE(host.exitCode(), isRefused ? 255 : 0);
+        const QTemporaryDir home;
+        HostProcess host(home.path());
+        host.set("MESA_GL_VERSION_OVERRIDE", version);
         const QByteArray message = "Bad OpenGl|No suitable OpenGL version was found!\n"
                                    "Version 3.2 or grater is required\n"
                                    "Please Upgrade the GPU drivers|1\n";
-        QCOMPARE(host.readAllStandardOutput(), isRefused ? message : QByteArray());
-        QCOMPARE(host.readAllStandardError(), QByteArray());
+        host.expect(REFUSED_VIEWER, arguments, isRefused ? message : "", "", isRefused ? 255 : 0);
     }
-
-private:
-    QTemporaryDir folder;
 };
 
 QTEST_GUILESS_MAIN(TestOpenGLRefusal)

@@ -4,8 +4,6 @@
 #include "Olvik3DViewerWidget.h"
 #include "ProcessData.h"
 
-#include <QSignalSpy>
-
 #include <limits>
 
 using Heights = std::vector<float>;

@@ -6,16 +6,7 @@
 #include "ActionSeparator.h"
 #include "CloudScaleDailog.h"
 #include "Olvik3DViewerControl.h"
-
-#include <QComboBox>
-#include <QDialogButtonBox>
-#include <QDir>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenuBar>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QStatusBar>
+#include "OlvikSettings.h"
 
 #include <algorithm>
 #include <cmath>
@@ -110,12 +101,14 @@ private Q_SLOTS:
         QCOMPARE(edits[0]->text(), QString("4"));
         QCOMPARE(edits[1]->text(), QString("0.25"));
         QCOMPARE(edits[2]->text(), QString("1.23457e+06"));
+        QTRY_COMPARE(QApplication::focusWidget(), edits[0]);
+        QTest::keyClicks(edits[0], "3");
         edits[2]->setText("2");
         edits[1]->clear();
         QTest::keyClicks(edits[1], typed);
         QPushButton *ok = dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
         QTest::mouseClick(ok, Qt::LeftButton);
-        QCOMPARE(view->getScale_x(), 4.0f);
+        QCOMPARE(view->getScale_x(), 3.0f);
         QCOMPARE(view->getScale_y(), factor);
         QCOMPARE(view->getScale_z(), 2.0f);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -276,6 +269,32 @@ private Q_SLOTS:
         QTRY_VERIFY(isNear(probe.colorAt(1, 100, 4), QColor(0, 3, 136), 5));
         menuItem("Auto")->trigger();
         QVERIFY(!selector->isVisible());
+    }
+
+    void aMaximisedWindowComesBackMaximised()
+    {
+        viewerWindow()->setGeometry(120, 90, 500, 400);
+        viewerWindow()->setWindowState(Qt::WindowMaximized);
+        viewerWindow()->close();
+        cleanup();
+        viewer = std::make_unique<Olvik3DViewerControl>("again", nullptr, nullptr);
+        QVERIFY(!viewerWindow()->isMaximized());
+        QCOMPARE(viewerWindow()->geometry(), QRect(120, 90, 500, 400));
+        viewer->show();
+        QVERIFY(viewerWindow()->isMaximized());
+        menuItem("Reset Window")->trigger();
+        QVERIFY(!viewerWindow()->isMaximized());
+        QVERIFY(!OlvikSettings::Instance()->contains("3Dviewer/maximized"));
+    }
+
+    void theGradientManagerStaysAboveTheWindow()
+    {
+        viewerWindow()->findChild<QPushButton *>()->click();
+        const QWindowList windows = QGuiApplication::topLevelWindows();
+        QVERIFY(std::any_of(windows.begin(), windows.end(), [](const QWindow *window) {
+            return window->isVisible() && window->type() == Qt::Dialog
+                && window->transientParent() == viewerWindow()->windowHandle();
+        }));
     }
 
 private:
