@@ -2,6 +2,7 @@
 
 #include "HeightMapReader.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 
@@ -179,9 +180,11 @@ bool CommandLine::readCloud()
     result.view.cloudFile = parser.value(loadOption);
     if (!parser.isSet(loadOption))
         return !result.view.swapsAxes || reject(tr("--swap needs --load"));
-    const QFileInfo file(result.view.cloudFile);
-    return (file.isFile() && file.isReadable())
-        || reject(tr("%1: is not a readable file").arg(result.view.cloudFile));
+    QFile file(result.view.cloudFile);
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
+        return reject(tr("%1: is not a readable file").arg(file.fileName()));
+    return file.readLine(16).trimmed() == "ply"
+        || reject(tr("%1: is not a PLY file").arg(file.fileName()));
 }
 
 bool CommandLine::readScale()

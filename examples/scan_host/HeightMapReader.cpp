@@ -110,7 +110,7 @@ std::optional<HeightMap> HeightMapReader::readRaw(QFile &file, int width)
 
 std::optional<HeightMap> HeightMapReader::readTiff(QFile &file)
 {
-    const std::optional<TiffHeader> header = TiffHeader::read(file);
+    const std::optional<TiffHeader> header = TiffHeader::read(file.fileName());
     if (!header)
         return reject(tr("is not a TIFF file, or is cut short"));
     if (header->samplesPerPixel != 1 || header->photometric > TiffHeader::BlackIsZero)

@@ -41,6 +41,14 @@ std::optional<int> nextNumber(QIODevice &device)
     return number;
 }
 
+/// Writers that end lines with two characters do so behind the last number, where the format has
+/// one; a line feed may be a sample, though.
+void skipLineFeed(QIODevice &device, qint64 samplesSize)
+{
+    const bool endsLine = device.seek(device.pos() - 1) && device.peek(2) == "\r\n";
+    device.skip(endsLine && device.bytesAvailable() > samplesSize + 1 ? 2 : 1);
+}
+
 } // namespace
 
 std::optional<PgmHeader> PgmHeader::read(QIODevice &device)
@@ -53,5 +61,8 @@ std::optional<PgmHeader> PgmHeader::read(QIODevice &device)
     const std::optional<int> maximum = nextNumber(device);
     if (!width || !height || !maximum || *maximum < 1 || *maximum > 65535)
         return std::nullopt;
-    return PgmHeader{*width, *height, *maximum, device.pos()};
+    PgmHeader header{*width, *height, *maximum, 0};
+    skipLineFeed(device, header.sampleBytes() * header.width * header.height);
+    header.size = device.pos();
+    return header;
 }

@@ -69,6 +69,14 @@ void ScanHost::start()
         hostWindow->show();
     viewer->show();
     viewSetup = new ViewSetup(viewerWindow()->findChild<Olvik3DViewerWidget *>(), options.view);
+    connect(viewSetup, &ViewSetup::frameIsInvisible, this, [this] {
+        reportError(
+            tr("%1: none of its heights can be shown: are they all zero, the same or no numbers?")
+                .arg(name));
+    });
+    connect(viewSetup, &ViewSetup::cloudIsInvisible, this, [this] {
+        fail(tr("%1: none of its points can be shown").arg(options.view.cloudFile), NothingShown);
+    });
     feeder.start();
 }
 
@@ -86,7 +94,7 @@ void ScanHost::finish()
     if (picture)
         takePicture();
     else if (options.frames > 0)
-        QCoreApplication::quit();
+        QCoreApplication::exit(exitStatus);
 }
 
 void ScanHost::takePicture()
@@ -105,13 +113,14 @@ void ScanHost::savePicture(const QImage &image)
         fail(tr("%1: %2").arg(options.screenshot, picture->errorString()), WrongInput);
         return;
     }
-    QCoreApplication::quit();
+    QCoreApplication::exit(exitStatus);
 }
 
 void ScanHost::fail(const QString &reason, int status)
 {
     reportError(reason);
-    QCoreApplication::exit(status);
+    exitStatus = status;
+    QCoreApplication::exit(exitStatus);
 }
 
 // The control does not hand out its window.

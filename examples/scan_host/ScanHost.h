@@ -45,6 +45,7 @@ private:
     const Options options;
     const QString name;
     QSaveFile *picture = nullptr;
+    int exitStatus = 0;
     ConsoleReceiver receiver;
     Feeder feeder;
     std::unique_ptr<HostWindow> hostWindow;

@@ -2,10 +2,11 @@
 
 #include "CommandLine.h"
 
+#include <Olvik3DViewerWidget.h>
+
 #include <QObject>
 
 struct HeightMap;
-class Olvik3DViewerWidget;
 
 /// What the host asks of the 3D view itself, beyond the control: axis scales, colouring, a cloud
 /// from a PLY file.
@@ -20,10 +21,16 @@ public:
     /// Lays the gradient, where one was asked for, over the heights of the frame.
     void useRangeOf(const HeightMap &frame);
 
+Q_SIGNALS:
+    /// The viewer stays black: the first frame holds nothing that it draws.
+    void frameIsInvisible();
+    void cloudIsInvisible();
+
 private:
-    void loadOnce();
+    void followFirst(const Olvik3DViewerWidget::RenderData &request);
+    void load();
 
     Olvik3DViewerWidget *view;
     const ViewOptions options;
-    bool isLoaded = false;
+    bool isFollowed = false;
 };

@@ -14,6 +14,8 @@
 
 #include <cstdio>
 
+#include <unistd.h>
+
 namespace {
 
 std::unique_ptr<FrameSource> openSource(const Options &options)
@@ -46,8 +48,8 @@ bool openPicture(QSaveFile &picture)
 int runHost(const Options &options, std::unique_ptr<FrameSource> source, QSaveFile *picture)
 {
     QFile events;
-    // Unbuffered: a program behind a pipe gets the events as they happen.
-    if (!events.open(stdout, QIODevice::WriteOnly | QIODevice::Unbuffered))
+    // A program behind a pipe gets the events as they happen: past the buffers of Qt and of stdout.
+    if (!events.open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered))
         return NothingShown;
     ScanHost host(options, std::move(source), events);
     host.setPicture(picture);

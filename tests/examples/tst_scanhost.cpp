@@ -3,8 +3,6 @@
 #include "SampleFiles.h"
 #include "ScanHost.h"
 
-using namespace SampleFiles;
-
 /// Red at the bottom, blue at the top: nothing else in a window has so much of both and no green.
 double shareOfSurface(const QImage &picture)
 {
@@ -33,10 +31,12 @@ class TestScanHost : public QObject
 private Q_SLOTS:
     void initTestCase()
     {
-        const QByteArray grey = greyPng<quint8>(QImage::Format_Grayscale8, {1, 2, 3, 4, 5, 6});
         const std::pair<QString, QByteArray> files[]{{"text.tif", "not an image\n"},
-            {"cut.tif", Tiff().bytes().chopped(4)}, {"cut.png", grey.chopped(20)},
-            {"colour.png", colourPng()}, {"raw.f32", QByteArray(24, 'x')},
+            {"cut.tif", sample("heights/16-bit.tif").chopped(4)},
+            {"cut.png", sample("heights/8-bit.png").chopped(20)},
+            {"colour.png", sample("refused/colour.png")}, {"raw.f32", QByteArray(24, 'x')},
+            {"zero.pgm", "P5 200 150 255\n" + QByteArray(30000, '\0')},
+            {"cut.ply", "ply\nformat ascii 1.0\nelement vertex 2\n"},
             {"ramp.pgm", "P5 200 150 255\n" + QByteArray("\1\11\21\31\41").repeated(6000)}};
         for (const auto &[name, bytes] : files) {
             QFile file(folder.filePath(name));
@@ -62,6 +62,7 @@ private Q_SLOTS:
         QTest::newRow("--color rainbow") << QByteArray("--color");
         QTest::newRow("--language klingon") << QByteArray("'klingon'");
         QTest::newRow("--load none.ply") << QByteArray("none.ply");
+        QTest::newRow("--load text.tif") << QByteArray("text.tif: is not a PLY");
         QTest::newRow("--swap") << QByteArray("--load");
         QTest::newRow("--screenshot none/p.png") << QByteArray("none/p.png");
     }
@@ -88,6 +89,17 @@ private Q_SLOTS:
             QCOMPARE(host.readAllStandardError(), QByteArray());
             QVERIFY(shareOfSurface(QImage(folder.filePath("p.png"))) > 0.02);
             QVERIFY(QFile::remove(folder.filePath("p.png")));
+        }
+    }
+
+    void nothingToSeeIsTold()
+    {
+        const QString display = qEnvironmentVariable("DISPLAY");
+        for (const QByteArray file : {"ramp.pgm", "zero.pgm"}) {
+            QCOMPARE(run({file, "--load", "cut.ply"}, display), 1);
+            const QByteArray told = host.readAllStandardError();
+            QCOMPARE(told.contains("zero.pgm: none"), file == "zero.pgm");
+            QVERIFY2(told.contains("cut.ply: none"), told.constData());
         }
     }
 
