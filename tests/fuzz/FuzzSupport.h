@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QByteArray>
-#include <QFile>
-#include <QTemporaryDir>
+#include <QtCore>
 
 #include <vtkObjectFactory.h>
 #include <vtkOutputWindow.h>

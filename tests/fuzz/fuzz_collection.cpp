@@ -3,9 +3,6 @@
 
 #include "GradientCollection.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
-
 #include <sanitizer/lsan_interface.h>
 
 namespace {
@@ -30,6 +27,14 @@ bool isCollection(const QByteArray &text)
     return QJsonDocument::fromJson(text).object()["gradients"].isArray();
 }
 
+void changeElsewhere(GradientCollection &collection)
+{
+    for (int number = 0; number < 2; ++number)
+        collection.add(collection.newGradientShared());
+    collection.remove(0);
+    collection.getGradientAt(collection.size() / 2)->setMax(7.0);
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t size)
@@ -49,5 +54,12 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     GradientCollection stored(path);
     stored.load();
     require(contentOf(stored) == content, "what was read is what is saved");
+
+    changeElsewhere(stored);
+    const QByteArray changed = contentsOf(path);
+    collection.refresh();
+    require(contentOf(collection) == contentOf(stored), "what is unchanged here follows the file");
+    collection.save();
+    require(contentsOf(path) == changed, "without changes of others the file is what is here");
     return 0;
 }

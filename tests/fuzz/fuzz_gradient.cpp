@@ -4,7 +4,6 @@
 #include "Gradient.h"
 
 #include <QImage>
-#include <QJsonObject>
 #include <QPainter>
 #include <QPalette>
 
@@ -26,6 +25,19 @@ QColor anyColor(FuzzedDataProvider &input)
     return QColor::fromRgba(input.ConsumeIntegral<QRgb>());
 }
 
+/// Qt warns of a position off the axis, and may warn of no other.
+void addStopAnywhere(Gradient &gradient, FuzzedDataProvider &input)
+{
+    const float position = anyBits<float>(input);
+    if (position >= 0.0F && position <= 1.0F)
+        return gradient.addStop(position, anyColor(input));
+
+    const auto ignore = [](QtMsgType, const QMessageLogContext &, const QString &) {};
+    const QtMessageHandler strict = qInstallMessageHandler(ignore);
+    gradient.addStop(position, anyColor(input));
+    qInstallMessageHandler(strict);
+}
+
 void change(Gradient &gradient, FuzzedDataProvider &input)
 {
     const QGradientStops stops = gradient.stops();
@@ -39,7 +51,7 @@ void change(Gradient &gradient, FuzzedDataProvider &input)
     case 0:
         return gradient.addStop(input.ConsumeProbability<float>(), anyColor(input));
     case 1:
-        return gradient.addStop(anyBits<float>(input), anyColor(input));
+        return addStopAnywhere(gradient, input);
     case 2:
         return gradient.removeStop(position());
     case 3:

@@ -3,10 +3,6 @@
 
 #include "IniText.h"
 
-#include <QBuffer>
-#include <QPoint>
-#include <QSize>
-
 namespace {
 
 QSettings::SettingsMap settingsIn(QByteArray text)

@@ -6,10 +6,6 @@
 #include "OlvikSettings.h"
 #include "ViewerSettingsKeys.h"
 
-#include <QPoint>
-#include <QScreen>
-#include <QSize>
-
 #include <fuzzer/FuzzedDataProvider.h>
 
 namespace Keys = ViewerSettingsKeys;

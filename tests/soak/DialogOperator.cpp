@@ -3,16 +3,8 @@
 #include "GradientBuilderWidget.h"
 #include "Journal.h"
 
-#include <QApplication>
-#include <QColorDialog>
-#include <QDialog>
-#include <QFileDialog>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPointer>
-#include <QPushButton>
-#include <QTimer>
 #include <QtTest>
+#include <QtWidgets>
 
 namespace {
 

@@ -9,7 +9,6 @@
 #include <functional>
 
 class Journal;
-class QDialog;
 class QFileDialog;
 class QMessageBox;
 class QWidget;

@@ -1,20 +1,21 @@
 #include "Journal.h"
 
 #include <algorithm>
-#include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <execinfo.h>
+#include <iterator>
 #include <unistd.h>
+
+// Only there in sanitized builds, which handle the signals of crashes themselves.
+extern "C" __attribute__((weak)) void __sanitizer_set_death_callback(void (*callback)());
 
 namespace {
 
-constexpr int mostFailures = 40;
+constexpr int mostFailuresTold = 40;
 
-std::int64_t nowMs()
-{
-    const auto now = std::chrono::steady_clock::now().time_since_epoch();
-    return std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
-}
+const Journal *journalOfProcess = nullptr;
 
 void print(const char *text)
 {
@@ -22,72 +23,79 @@ void print(const char *text)
     static_cast<void>(written);
 }
 
+void printJournal()
+{
+    if (journalOfProcess)
+        journalOfProcess->dump();
+}
+
+extern "C" void onSignal(int number)
+{
+    if (number == SIGALRM)
+        print("soak: the GUI thread does not answer\n");
+    printJournal();
+    void *frames[60];
+    backtrace_symbols_fd(frames, backtrace(frames, std::size(frames)), STDERR_FILENO);
+    std::signal(number, SIG_DFL);
+    std::raise(number);
+}
+
 } // namespace
 
-Journal::Journal(std::uint64_t seedOfRun)
+Journal::Journal(std::uint64_t seedOfRun, unsigned longestSilence)
     : seed(seedOfRun)
-    , lastBeat(nowMs())
-{ }
+    , hangSeconds(longestSilence)
+{
+    journalOfProcess = this;
+    std::signal(SIGABRT, onSignal);
+    std::signal(SIGALRM, onSignal);
+    if (__sanitizer_set_death_callback) {
+        __sanitizer_set_death_callback(printJournal);
+    } else {
+        for (const int number : {SIGSEGV, SIGBUS, SIGFPE, SIGILL})
+            std::signal(number, onSignal);
+    }
+    sinceBeat.start();
+    beat();
+}
 
-void Journal::begin(const QString &kind, const QString &detail)
+Journal::~Journal()
+{
+    ::alarm(0);
+    journalOfProcess = nullptr;
+}
+
+void Journal::begin(const QString &operation)
 {
     beat();
     ++count;
-    ++countOfKind[kind];
-    current = kind + ' ' + detail;
-    write(QString::number(count) + ' ' + current);
+    current = operation;
+    note(QString::number(count) + ' ' + operation);
 }
 
 void Journal::note(const QString &detail)
 {
-    write("    " + detail);
-}
-
-void Journal::write(const QString &text)
-{
     const int line = nextLine;
     auto &kept = lines[static_cast<std::size_t>(line % keptLines)];
-    std::snprintf(kept.data(), kept.size(), "%s\n", text.left(lineLength / 2).toUtf8().constData());
+    std::snprintf(
+        kept.data(), kept.size(), "%s\n", detail.left(lineLength / 2).toUtf8().constData());
     nextLine = line + 1;
-    if (isTracing)
-        print(kept.data());
 }
 
 void Journal::beat()
 {
-    const std::int64_t now = nowMs();
-    const std::int64_t gap = now - lastBeat.exchange(now);
+    ::alarm(hangSeconds);
+    const qint64 gap = sinceBeat.restart();
     if (gap <= slowestMs)
         return;
     slowestMs = gap;
     slowest = current;
 }
 
-std::int64_t Journal::silenceMs() const
-{
-    return nowMs() - lastBeat;
-}
-
 void Journal::fail(const QString &what)
 {
-    const std::lock_guard lock(failuresMutex);
-    if (failureTexts.size() >= mostFailures)
-        return;
-    failureTexts.append(what);
-    // At once, as the process may not live to write its report.
-    print(("soak: " + what + '\n').toUtf8().constData());
-}
-
-bool Journal::hasFailed() const
-{
-    const std::lock_guard lock(failuresMutex);
-    return !failureTexts.isEmpty();
-}
-
-QStringList Journal::failures() const
-{
-    const std::lock_guard lock(failuresMutex);
-    return failureTexts;
+    if (++failureCount <= mostFailuresTold)
+        print(("soak: " + what + '\n').toUtf8().constData());
 }
 
 void Journal::dump() const

@@ -1,64 +1,55 @@
 #pragma once
 
-#include <QByteArray>
-#include <QMap>
+#include <QElapsedTimer>
 #include <QString>
-#include <QStringList>
 
 #include <array>
 #include <atomic>
 #include <cstdint>
-#include <mutex>
 
-/// What the soak did and what went wrong: the last operations, how often each kind was done, how
-/// long the GUI thread was deaf, and the failures.
+/// What the soak did: the last operations, how long the GUI thread was deaf, and whether anything
+/// went wrong. Printed to stderr when the process crashes, or hangs, which ends it.
 ///
-/// Written on the GUI thread; fail(), silenceMs() and dump() may be called from any thread, dump()
-/// from a signal handler as well.
+/// Written on the GUI thread; fail() may be called from any thread, dump() from a signal handler.
 class Journal
 {
 public:
-    explicit Journal(std::uint64_t seed);
+    /// \param hangSeconds how long the GUI thread may be deaf
+    Journal(std::uint64_t seed, unsigned hangSeconds);
+    ~Journal();
+    Q_DISABLE_COPY_MOVE(Journal)
 
-    /// An operation starts. \param kind what it is counted as
-    void begin(const QString &kind, const QString &detail);
+    /// An operation starts.
+    void begin(const QString &operation);
     /// A detail of the current operation, for instance which dialog was answered.
     void note(const QString &detail);
 
     /// The GUI thread is alive. Gaps between two calls are its stalls.
     void beat();
-    /// \return time since the last beat
-    std::int64_t silenceMs() const;
 
+    /// Tells of it at once, as the process may not live to the end.
     void fail(const QString &what);
-    bool hasFailed() const;
-    QStringList failures() const;
+    int failures() const { return failureCount; }
 
-    /// Prints seed and last operations to stderr.
+    /// Prints seed and last operations.
     void dump() const;
 
     int operations() const { return count; }
-    const QMap<QString, int> &kinds() const { return countOfKind; }
-    std::int64_t slowestStallMs() const { return slowestMs; }
+    qint64 slowestStallMs() const { return slowestMs; }
     QString slowestOperation() const { return slowest; }
 
 private:
     static constexpr int keptLines = 50;
     static constexpr int lineLength = 200;
 
-    void write(const QString &text);
-
     const std::uint64_t seed;
-    const bool isTracing =
-        qEnvironmentVariableIsSet("SOAK_TRACE"); ///< each line at once, to stderr
+    const unsigned hangSeconds;
     int count = 0;
-    QMap<QString, int> countOfKind;
     QString current;
     QString slowest;
-    std::int64_t slowestMs = 0;
-    std::atomic<std::int64_t> lastBeat;
-    mutable std::mutex failuresMutex;
-    QStringList failureTexts;
+    qint64 slowestMs = 0;
+    QElapsedTimer sinceBeat;
+    std::atomic<int> failureCount{0};
     // Plain characters, so that a signal handler may print them.
     std::array<std::array<char, lineLength>, keptLines> lines{};
     std::atomic<int> nextLine{0};

@@ -2,12 +2,7 @@
 
 #include "Operations.h"
 
-#include <QApplication>
-#include <QDir>
-#include <QFile>
-#include <QJsonArray>
-#include <QTimer>
-#include <QWidget>
+#include <QtWidgets>
 
 #include <algorithm>
 #include <cmath>
@@ -34,17 +29,6 @@ const char *const garbage[] = {"", "ply\nformat ascii 1.0\nelement vertex 3\n",
     "ply\nformat ascii 1.0\nelement vertex 2\nproperty float x\nproperty float y\n"
     "property float z\nend_header\n1 2 x\nnan inf\n"};
 
-QJsonObject threeFigures(double start, double middle, double end)
-{
-    return {{"start", start}, {"middle", middle}, {"end", end}};
-}
-
-/// Rounded, as the last digits of a memory size say nothing.
-double tenth(double value)
-{
-    return std::round(10 * value) / 10;
-}
-
 } // namespace
 
 SoakRun::SoakRun(Journal &journalOfRun, std::uint64_t seed, int duration, QString homeFolder)
@@ -62,6 +46,9 @@ SoakRun::SoakRun(Journal &journalOfRun, std::uint64_t seed, int duration, QStrin
         if (slot.isAlive())
             hostActs(slot, choice, journal);
     });
+    // Writes the same gradients.
+    neighbour.start(QCoreApplication::applicationFilePath(),
+        {QStringLiteral("gradients"), QString::number(seed)});
     clock.start();
     waiting.start();
     QTimer::singleShot(0, this, &SoakRun::step);
@@ -90,9 +77,7 @@ void SoakRun::step()
         journal.dump();
         return finish();
     }
-    if (clock.elapsed() >= 1000LL * seconds || journal.hasFailed())
-        return startQuiet();
-    if (journal.operations() - operationsAtQuiet >= operationsBetweenQuiets)
+    if (isOver() || journal.operations() - operationsAtQuiet >= operationsBetweenQuiets)
         return startQuiet();
     operate();
 }
@@ -105,12 +90,13 @@ void SoakRun::operate()
     ViewerSlot &slot = places[static_cast<std::size_t>(place)];
     const int pause = choice.oneIn(20) ? 250 : choice.below(15);
     user.use(Choice(choice.bits()));
+    slot.use(Choice(choice.bits()));
     if (slot.isAlive()) {
         const Operation &operation = randomOperation(choice);
-        journal.begin(QString::fromLatin1(operation.name), QString::number(place));
+        journal.begin(QStringLiteral("%1 %2").arg(QLatin1String(operation.name)).arg(place));
         operation.run(slot, choice, journal, user);
-    } else {
-        journal.begin(QStringLiteral("create"), QString::number(place));
+    } else if (!slot.isInSlot()) {
+        journal.begin(QStringLiteral("create %1").arg(place));
         slot.create(choice);
     }
     journal.beat();
@@ -120,7 +106,7 @@ void SoakRun::operate()
 
 void SoakRun::startQuiet()
 {
-    journal.begin(QStringLiteral("quiet"), QString());
+    journal.begin(QStringLiteral("quiet"));
     operationsAtQuiet = journal.operations();
     waiting.start();
     for (ViewerSlot &slot : places)
@@ -148,17 +134,26 @@ void SoakRun::measure()
     QDir(home).removeRecursively();
     quietFigures.push_back(ProcessFigures::now());
     waiting.start();
-    if (clock.elapsed() >= 1000LL * seconds || journal.hasFailed())
+    if (isOver())
         return finish();
     step();
 }
 
+bool SoakRun::isOver() const
+{
+    return clock.elapsed() >= 1000LL * seconds || journal.failures() > 0;
+}
+
 void SoakRun::finish()
 {
+    if (neighbour.state() != QProcess::Running)
+        journal.fail(QStringLiteral("the other process on the gradients has ended"));
+    neighbour.kill();
+    neighbour.waitForFinished();
     checkGrowth(quietMedian(0.4, 0.6), quietMedian(0.8, 1.0));
-    if (journal.hasFailed())
+    if (journal.failures() > 0)
         journal.dump();
-    QCoreApplication::exit(journal.hasFailed() ? 1 : 0);
+    QCoreApplication::exit(journal.failures() > 0 ? 1 : 0);
 }
 
 /// \return for each figure the median of the quiet states in a part of the run
@@ -198,24 +193,14 @@ QJsonObject SoakRun::report() const
 {
     const ProcessFigures middle = quietMedian(0.4, 0.6);
     const ProcessFigures end = quietMedian(0.8, 1.0);
-    QJsonObject kinds;
-    for (auto kind = journal.kinds().begin(); kind != journal.kinds().end(); ++kind)
-        kinds[kind.key()] = kind.value();
-    const int in = ViewerSlot::buffersIn;
-    const int shown = ViewerSlot::buffersShown;
-    return {{"seconds", tenth(static_cast<double>(clock.elapsed()) / 1000.0)},
-        {"operations", journal.operations()}, {"kinds", kinds},
-        {"buffers", QJsonObject{{"in", in}, {"shown", shown}, {"dropped", in - shown}}},
-        {"quiet_states", static_cast<int>(quietFigures.size())},
-        {"heap_mb",
-            threeFigures(
-                tenth(start.heapMegabytes), tenth(middle.heapMegabytes), tenth(end.heapMegabytes))},
-        {"resident_mb",
-            threeFigures(tenth(start.megabytes), tenth(middle.megabytes), tenth(end.megabytes))},
-        {"descriptors", threeFigures(start.descriptors, middle.descriptors, end.descriptors)},
-        {"threads", threeFigures(start.threads, middle.threads, end.threads)},
-        {"slowest_stall",
-            QJsonObject{{"ms", static_cast<int>(journal.slowestStallMs())},
-                {"operation", journal.slowestOperation()}}},
-        {"failures", QJsonArray::fromStringList(journal.failures())}};
+    const auto course = [&](auto member) {
+        return QJsonArray{start.*member, middle.*member, end.*member};
+    };
+    return {{"seconds", clock.elapsed() / 1000}, {"operations", journal.operations()},
+        {"heap_mb", course(&ProcessFigures::heapMegabytes)},
+        {"resident_mb", course(&ProcessFigures::megabytes)},
+        {"descriptors", course(&ProcessFigures::descriptors)},
+        {"threads", course(&ProcessFigures::threads)},
+        {"slowest_stall_ms", static_cast<int>(journal.slowestStallMs())},
+        {"slowest_operation", journal.slowestOperation()}, {"failures", journal.failures()}};
 }

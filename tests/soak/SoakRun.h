@@ -6,10 +6,7 @@
 #include "ProcessFigures.h"
 #include "ViewerSlot.h"
 
-#include <QElapsedTimer>
-#include <QJsonObject>
-#include <QObject>
-#include <QTemporaryDir>
+#include <QtCore>
 
 #include <array>
 #include <vector>
@@ -27,6 +24,7 @@ public:
 
 private:
     void step();
+    bool isOver() const;
     void operate();
     void startQuiet();
     void measure();
@@ -41,6 +39,7 @@ private:
     const QString home;
     QTemporaryDir folder;
     DialogOperator user;
+    QProcess neighbour;
     std::array<ViewerSlot, 2> places;
     QElapsedTimer clock;
     QElapsedTimer waiting;

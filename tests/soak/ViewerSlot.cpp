@@ -3,14 +3,10 @@
 #include "Heights.h"
 #include "Journal.h"
 
-#include <QApplication>
-#include <QLabel>
-#include <QThread>
-#include <QVBoxLayout>
+#include <QtWidgets>
 
 #include <vtkAbstractPicker.h>
 #include <vtkActor.h>
-#include <vtkActorCollection.h>
 #include <vtkCamera.h>
 #include <vtkGenericOpenGLRenderWindow.h>
 #include <vtkInteractorObserver.h>
@@ -23,9 +19,6 @@
 #include <algorithm>
 #include <utility>
 
-std::atomic<int> ViewerSlot::buffersIn{0};
-std::atomic<int> ViewerSlot::buffersShown{0};
-
 namespace {
 
 template <typename Widget> Widget *newTopLevel(const QWidgetList &before)
@@ -36,6 +29,25 @@ template <typename Widget> Widget *newTopLevel(const QWidgetList &before)
             return wanted;
     }
     return nullptr;
+}
+
+void runLoopOfTheHost(int kind)
+{
+    QEventLoop loop;
+    QMenu menu;
+    switch (kind) {
+    case 0:
+        QCoreApplication::processEvents();
+        break;
+    case 1:
+        QTimer::singleShot(20, &loop, &QEventLoop::quit);
+        loop.exec();
+        break;
+    default:
+        menu.addAction(QStringLiteral("remember"));
+        QTimer::singleShot(20, &menu, &QWidget::close);
+        menu.exec(QPoint(600, 600));
+    }
 }
 
 } // namespace
@@ -78,12 +90,38 @@ void ViewerSlot::createControl(QWidget *parent)
     deletesWhenTold = false;
     wasClosed = false;
     watchParts();
+    connectSlots();
+}
 
-    // Emitted on the worker for a buffer, on the GUI thread when the last cloud is drawn anew.
+void ViewerSlot::connectSlots()
+{
     QObject::connect(
-        renderWidget, &Olvik3DViewerWidget::mRender, renderWidget,
-        [gui = QThread::currentThread()] { buffersShown += QThread::currentThread() != gui; },
-        Qt::DirectConnection);
+        control, &Olvik3DViewerControl::pointPicked, [this] { answer("pointPicked"); });
+    QObject::connect(
+        control, &Olvik3DViewerControl::distancePicked, [this] { answer("distancePicked"); });
+    QObject::connect(renderWidget, &Olvik3DViewerWidget::axesVisibilityChanged,
+        [this] { answer("axesVisibilityChanged"); });
+    if (table)
+        QObject::connect(table, &GradientTableWidget::currentGradientChanged,
+            [this] { answer("currentGradientChanged"); });
+}
+
+/// A slot of the host: deletes the control, closes the window, and runs a loop of its own in which
+/// that may happen, too.
+void ViewerSlot::answer(const char *signal)
+{
+    constexpr int deepest = 3;
+    const int answers = random.below(12);
+    if (slotDepth >= deepest || answers > 4)
+        return;
+    const QScopedValueRollback<int> inside(slotDepth, slotDepth + 1);
+    journal.note(QStringLiteral("%1: %2").arg(QLatin1String(signal)).arg(answers));
+    const auto end = [this] { random.oneIn(2) ? remove(random.oneIn(2)) : close(random.oneIn(2)); };
+    if (answers > 2)
+        return end();
+    if (random.oneIn(2))
+        QTimer::singleShot(0, qApp, end);
+    runLoopOfTheHost(answers);
 }
 
 /// Added to what earlier controls of this place left to be checked.
@@ -149,7 +187,6 @@ void ViewerSlot::feed(Choice &choice)
     Heights heights = randomHeights(choice);
     journal.note(
         QStringLiteral("%1 x %2 %3").arg(heights.width).arg(heights.height).arg(heights.pattern));
-    ++buffersIn;
     control->setBuffer(heights.values.data(), heights.width, heights.height);
 }
 
@@ -158,6 +195,7 @@ void ViewerSlot::viewerClosed(const char *)
     awaitsClosing = false;
     if (deletesWhenTold)
         delete control.data();
+    answer("viewerClosed");
 }
 
 QWidget *ViewerSlot::topLevel() const

@@ -10,7 +10,6 @@
 
 #include <vtkWeakPointer.h>
 
-#include <atomic>
 #include <memory>
 #include <vector>
 
@@ -26,6 +25,8 @@ public:
     ~ViewerSlot() override;
 
     void create(Choice &choice);
+    /// What the host's slots do from here on is drawn from it.
+    void use(const Choice &choice) { random = choice; }
     /// The host's widget goes, after the control.
     void dropHost();
     /// \param withHost deletes the host's widget instead, which takes an embedded control along
@@ -44,6 +45,7 @@ public:
     void viewerClosed(const char *windowName) override;
 
     bool isAlive() const { return !control.isNull(); }
+    bool isInSlot() const { return slotDepth > 0; }
     bool isClosing() const { return awaitsClosing; }
     Olvik3DViewerControl *viewer() const { return control; }
     /// Null in embedded mode, like the gradient table.
@@ -58,14 +60,15 @@ public:
     /// After the control is gone: reports what outlived it as failures.
     void checkNothingIsLeft();
 
-    static std::atomic<int> buffersIn;
-    static std::atomic<int> buffersShown;
-
 private:
     void createControl(QWidget *parent);
+    void connectSlots();
+    void answer(const char *signal);
     void watchParts();
 
     Journal &journal;
+    Choice random{0};
+    int slotDepth = 0;
     std::unique_ptr<QWidget> frame; ///< the other window; the host's widget goes before it
     std::unique_ptr<QWidget> host;
     QPointer<Olvik3DViewerControl> control;

@@ -1,17 +1,17 @@
 #include "Console.h"
+#include "GradientNeighbour.h"
 #include "GuiTest.h"
 #include "ProcessFigures.h"
 #include "SoakRun.h"
-#include "Watchdog.h"
-
-#include <QJsonDocument>
 
 #include <cstdio>
 
 /// Usage: soak SECONDS SEED [SECONDS_OF_A_HANG]. Prints one line of JSON; exit code 1 tells of
-/// failures.
+/// failures. As "soak gradients SEED" it changes the gradients of another one until it is killed.
 int main(int argc, char *argv[])
 {
+    if (argc == 3 && qstrcmp(argv[1], "gradients") == 0)
+        return changeGradientsForEver(argc, argv);
     ProcessFigures::giveFreedMemoryBack();
     const PrivateHome home;
     QApplication application(argc, argv);
@@ -20,11 +20,8 @@ int main(int argc, char *argv[])
     if (arguments.size() < 3)
         return 2;
     const std::uint64_t seed = arguments[2].toULongLong();
-    const int hangSeconds = arguments.size() > 3 ? arguments[3].toInt() : 5;
-
-    Journal journal(seed);
+    Journal journal(seed, arguments.size() > 3 ? arguments[3].toUInt() : 5);
     failOnMessages(journal);
-    const Watchdog watchdog(journal, 1000LL * hangSeconds);
     SoakRun run(journal, seed, arguments[1].toInt(), qEnvironmentVariable("XDG_DATA_HOME"));
     const int result = QApplication::exec();
 
