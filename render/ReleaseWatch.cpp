@@ -48,7 +48,7 @@ void ReleaseWatch::onViewEvent(QEvent *event)
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
         if (isInteractive(buttonOf(event)))
-            pressed |= buttonOf(event);
+            onPress(buttonOf(event));
         break;
     case QEvent::MouseButtonRelease:
         pressed &= ~buttonOf(event);
@@ -58,7 +58,7 @@ void ReleaseWatch::onViewEvent(QEvent *event)
         break;
     case QEvent::HoverMove:
         // Newer versions of VTK turn by these, too.
-        onMove(QGuiApplication::mouseButtons());
+        onMove(QGuiApplication::mouseButtons() | synthetic);
         break;
     default:
         break;
@@ -72,6 +72,12 @@ void ReleaseWatch::watchWindow()
         window->removeEventFilter(this);
     window = view.window();
     window->installEventFilter(this);
+}
+
+void ReleaseWatch::onPress(Qt::MouseButton button)
+{
+    pressed |= button;
+    synthetic.setFlag(button, !QGuiApplication::mouseButtons().testFlag(button));
 }
 
 void ReleaseWatch::onMove(Qt::MouseButtons held)

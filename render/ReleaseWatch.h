@@ -20,10 +20,12 @@ public:
 private:
     void onViewEvent(QEvent *event);
     void watchWindow();
+    void onPress(Qt::MouseButton button);
     void onMove(Qt::MouseButtons held);
 
     QWidget &view;
     MouseInteractorStylePP &style;
     QPointer<QWidget> window; ///< the one that holds the view
-    Qt::MouseButtons pressed = Qt::NoButton;
+    Qt::MouseButtons pressed;
+    Qt::MouseButtons synthetic; ///< pressed by an event that a program sent
 };

@@ -96,6 +96,17 @@ private Q_SLOTS:
         }
     }
 
+    void aProgramMayTurn()
+    {
+        Host host;
+        QVERIFY(QTest::qWaitForWindowExposed(&host));
+        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseMove, QEvent::MouseMove}) {
+            QMouseEvent event(type, QPointF(50, 60), Qt::LeftButton, Qt::LeftButton, {});
+            QCoreApplication::sendEvent(host.view, &event);
+            QVERIFY(host.style->GetState() != VTKIS_NONE);
+        }
+    }
+
     void aSlotMayDeleteTheView()
     {
         Host host;
