@@ -1,6 +1,7 @@
 #include "FrameClock.h"
 
 #include "Stopwatch.h"
+#include "VtkCompatibility.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -54,7 +55,7 @@ double FrameClock::showConverted()
 
 double FrameClock::redraw()
 {
-    return showChange([this] { pipeline.view().renderWindow()->Render(); });
+    return showChange([this] { VtkCompatibility::renderWindow(pipeline.view())->Render(); });
 }
 
 double FrameClock::showChange(const std::function<void()> &change)

@@ -12,7 +12,9 @@ function(olvik_target_defaults target)
         AUTORCC ON)
     # TBB, which VTK's SMP headers pull in, has a member called emit: Qt's keywords stay off.
     target_compile_definitions(${target} PRIVATE
-        QT_NO_KEYWORDS QT_NO_FOREACH QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
+        QT_NO_KEYWORDS QT_NO_FOREACH QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+        # VTK 8.2's widgets are declared with them.
+        $<$<VERSION_LESS:${VTK_VERSION},9>:signals=Q_SIGNALS;slots=Q_SLOTS>)
     # A processor that fuses a multiplication with an addition would give other colours.
     target_compile_options(${target} PRIVATE
         -ffp-contract=off
@@ -31,7 +33,7 @@ function(olvik_target_defaults target)
                     "${PROJECT_SOURCE_DIR}/tests/support/TeachQtLocks.cpp")
                 # Qt's functions are replaced for the library, too.
                 set_target_properties(${target} PROPERTIES ENABLE_EXPORTS ON)
-                target_link_libraries(${target} PRIVATE Qt5::Core)
+                target_link_libraries(${target} PRIVATE ${OLVIK_QT}::Core)
             endif()
         endif()
     endif()
@@ -75,5 +77,5 @@ function(olvik_add_internals name)
     add_library(${name} INTERFACE)
     target_sources(${name} INTERFACE ${ARGN})
     target_include_directories(${name} INTERFACE "${CMAKE_CURRENT_SOURCE_DIR}")
-    target_link_libraries(${name} INTERFACE Qt5::Concurrent)
+    target_link_libraries(${name} INTERFACE ${OLVIK_QT}::Concurrent)
 endfunction()

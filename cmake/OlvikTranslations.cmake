@@ -6,9 +6,9 @@
 #   update_translations  brings new and changed source texts into translations/*.ts, to be translated
 set(olvik_languages de)
 
-find_package(Qt5LinguistTools 5.15 QUIET)
-if(NOT Qt5LinguistTools_FOUND)
-    message(STATUS "Qt5LinguistTools not found: the viewer speaks English only")
+find_package(${OLVIK_QT}LinguistTools ${OLVIK_QT_VERSION} QUIET)
+if(NOT ${OLVIK_QT}LinguistTools_FOUND)
+    message(STATUS "${OLVIK_QT}LinguistTools not found: the viewer speaks English only")
     return()
 endif()
 
@@ -17,17 +17,17 @@ set(olvik_translations "${PROJECT_BINARY_DIR}/translations")
 set(olvik_template "${olvik_translations}/olvik3dviewer.ts")
 list(TRANSFORM olvik_languages REPLACE "(.+)" "translations/olvik3dviewer_\\1.ts" OUTPUT_VARIABLE olvik_ts)
 set_source_files_properties(${olvik_ts} PROPERTIES OUTPUT_LOCATION "${olvik_translations}")
-qt5_add_translation(olvik_qm ${olvik_ts} OPTIONS -silent)
+qt_add_translation(olvik_qm ${olvik_ts} OPTIONS -silent)
 
 get_target_property(olvik_sources Olvik3DViewerWidget SOURCES)
 add_custom_command(OUTPUT "${olvik_template}"
-    COMMAND Qt5::lupdate -silent -no-obsolete ${olvik_translated_folders} -ts "${olvik_template}"
+    COMMAND ${OLVIK_QT}::lupdate -silent -no-obsolete ${olvik_translated_folders} -ts "${olvik_template}"
     DEPENDS ${olvik_sources}
     WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}"
     VERBATIM)
 add_custom_target(translations ALL DEPENDS "${olvik_template}" ${olvik_qm})
 add_custom_target(update_translations
-    COMMAND Qt5::lupdate -no-obsolete -locations none ${olvik_translated_folders} -ts ${olvik_ts}
+    COMMAND ${OLVIK_QT}::lupdate -no-obsolete -locations none ${olvik_translated_folders} -ts ${olvik_ts}
     WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}"
     VERBATIM)
 
@@ -35,7 +35,7 @@ list(TRANSFORM olvik_languages REPLACE "(.+)" "<file>olvik3dviewer_\\1.qm</file>
 list(JOIN files "" files)
 file(CONFIGURE OUTPUT "${olvik_translations}/translations.qrc" CONTENT
     "<RCC><qresource prefix=\"/olvik3dviewer/translations\">${files}</qresource></RCC>\n")
-qt5_add_resources(olvik_resource "${olvik_translations}/translations.qrc")
+qt_add_resources(olvik_resource "${olvik_translations}/translations.qrc")
 set_source_files_properties(${olvik_resource} PROPERTIES SKIP_AUTOGEN ON)
 target_sources(Olvik3DViewerWidget PRIVATE ${olvik_resource})
 

@@ -6,6 +6,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QTemporaryFile>
 
 #include <vtkFloatArray.h>
 #include <vtkNew.h>
@@ -199,16 +200,32 @@ vtkSmartPointer<vtkPolyData> cloudFrom(vtkPLYReader &reader)
     return cloud;
 }
 
+/// Lets the reader take the text from memory.
+template <typename Reader>
+auto hand(std::string text, Reader &reader, QTemporaryFile &, int)
+    -> decltype(reader.SetInputString(text), bool())
+{
+    reader.ReadFromInputStringOn();
+    reader.SetInputString(text);
+    return true;
+}
+
+/// VTK 8.2 reads files only.
+template <typename Reader> bool hand(std::string text, Reader &reader, QTemporaryFile &copy, long)
+{
+    const auto size = static_cast<qint64>(text.size());
+    const bool isWritten = copy.open() && copy.write(text.data(), size) == size && copy.flush();
+    reader.SetFileName(QFile::encodeName(copy.fileName()).constData());
+    return isWritten;
+}
+
 vtkSmartPointer<vtkPolyData> readByVtk(std::string data, const PlyHeader &header)
 {
     vtkNew<vtkPLYReader> reader;
-    reader->ReadFromInputStringOn();
-    {
-        const std::string text = textForVtk(std::move(data), header);
-        if (text.empty())
-            return emptyCloud();
-        reader->SetInputString(text);
-    }
+    QTemporaryFile copy;
+    std::string text = textForVtk(std::move(data), header);
+    if (text.empty() || !hand(std::move(text), *reader, copy, 0))
+        return emptyCloud();
     return cloudFrom(*reader);
 }
 

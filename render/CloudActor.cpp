@@ -77,6 +77,8 @@ void CloudActor::show(const Scan &scan, CloudMapper &full)
 
 PointRange CloudActor::nextPart() const
 {
+    if (!VtkCompatibility::keepsLastPicture)
+        return {};
     const double affordable = frameMilliseconds / millisecondsPerPoint.value_or(0.0);
     return {drawn, static_cast<vtkIdType>(std::clamp(affordable, smallestPart, largestPart))};
 }

@@ -82,7 +82,7 @@ Hit nearestPoint(vtkFloatArray &cloud, const Ray &ray, double tolerance, double 
 
 vtkStandardNewMacro(CloudPicker)
 
-double CloudPicker::IntersectWithLine(PickCoordinates p1, PickCoordinates p2, double tol,
+double CloudPicker::IntersectWithLine(const double p1[3], const double p2[3], double tol,
     vtkAssemblyPath *path, vtkProp3D *prop, vtkAbstractMapper3D *mapper)
 {
     vtkFloatArray *cloud = cloudOf(mapper);

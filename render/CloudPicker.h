@@ -1,7 +1,5 @@
 #pragma once
 
-#include "VtkCompatibility.h"
-
 #include <vtkPointPicker.h>
 
 /// Point picker for measured clouds, which hold NaN where the sensor saw nothing.
@@ -16,8 +14,6 @@ public:
     vtkTypeMacro(CloudPicker, vtkPointPicker)
 
 protected:
-    using PickCoordinates = VtkCompatibility::PickCoordinates;
-
-    double IntersectWithLine(PickCoordinates p1, PickCoordinates p2, double tol,
+    double IntersectWithLine(const double p1[3], const double p2[3], double tol,
         vtkAssemblyPath *path, vtkProp3D *prop, vtkAbstractMapper3D *mapper) override;
 };

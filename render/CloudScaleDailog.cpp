@@ -3,7 +3,7 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QRegExpValidator>
+#include <QRegularExpressionValidator>
 #include <QVBoxLayout>
 
 namespace {
@@ -40,8 +40,8 @@ QLineEdit *CloudScaleDailog::addColumn(QHBoxLayout &row, const QString &label, f
     auto *column = new QWidget(this);
     auto *layout = new QVBoxLayout(column);
     auto *edit = new QLineEdit(QString::number(static_cast<double>(factor), 'g', 6));
-    edit->setValidator(
-        new QRegExpValidator(QRegExp(QStringLiteral(R"(^\d+((\.|\,)\d+)?$)")), edit));
+    edit->setValidator(new QRegularExpressionValidator(
+        QRegularExpression(QStringLiteral(R"(^\d+((\.|\,)\d+)?$)")), edit));
     auto *caption = new QLabel(label);
     caption->setBuddy(edit);
     layout->addWidget(caption);

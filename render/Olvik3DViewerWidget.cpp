@@ -40,6 +40,7 @@
 #include <vtkOpenGLRenderer.h>
 #include <vtkPointData.h>
 #include <vtkProperty.h>
+#include <vtkTextProperty.h>
 
 #include <cmath>
 #include <exception>
@@ -74,8 +75,8 @@ Olvik3DViewerWidget::Olvik3DViewerWidget(QWidget *parent)
 {
     qRegisterMetaType<RenderData>("RenderData");
     // For widgets to come; this one took the host's default when its base was built.
-    QSurfaceFormat::setDefaultFormat(QVTKOpenGLNativeWidget::defaultFormat());
-    setFormat(QVTKOpenGLNativeWidget::defaultFormat());
+    QSurfaceFormat::setDefaultFormat(VtkCompatibility::surfaceFormat());
+    setFormat(VtkCompatibility::surfaceFormat());
 
     state.colors = std::make_shared<const ColorLookup>(Gradient(0).colorTable());
     state.lastData.polyData = emptyCloud;
@@ -146,6 +147,12 @@ void Olvik3DViewerWidget::titleAxes()
     cubeAxes->SetYUnits("profiles");
     cubeAxes->SetZTitle("Y");
     cubeAxes->SetZUnits("pixels");
+    // From 9.4 on VTK scales the texts by it: 12 stands for the size that is asked for.
+    constexpr int neutralFontSize = 12;
+    for (int axis = 0; axis < 3; ++axis) {
+        cubeAxes->GetTitleTextProperty(axis)->SetFontSize(neutralFontSize);
+        cubeAxes->GetLabelTextProperty(axis)->SetFontSize(neutralFontSize);
+    }
 }
 
 void Olvik3DViewerWidget::onStartOfDrawing()
@@ -442,7 +449,8 @@ void Olvik3DViewerWidget::showAxesOf(const RenderData &request)
 {
     // An axis of infinite length would take the whole scene out of view.
     if (isFinite(request.bounds)) {
-        cubeAxes->SetBounds(request.bounds);
+        const auto &box = request.bounds;
+        cubeAxes->SetBounds(box[0], box[1], box[2], box[3], box[4], box[5]);
         cubeAxes->SetXAxisRange(request.xRange[0], request.xRange[1]);
         cubeAxes->SetYAxisRange(request.yRange[0], request.yRange[1]);
         cubeAxes->SetZAxisRange(request.zRange[0], request.zRange[1]);
@@ -666,6 +674,7 @@ void Olvik3DViewerWidget::initializeGL()
     hasOpenGL = context()->format().version() >= qMakePair(3, 2);
     if (!hasOpenGL) {
         sceneWindow->SetReadyForRendering(false);
+        VtkCompatibility::refuseOpenGL(*this);
         return;
     }
     // A view that moves to another window gets a new context. Qt deletes the old one while it is

@@ -4,7 +4,6 @@
 #include <QWidget>
 
 #include <vtkObjectFactory.h>
-#include <vtkOpenGLState.h>
 
 #include <new>
 #include <utility>
@@ -30,10 +29,7 @@ void SceneWindow::Render()
         this->Superclass::Render();
         hasFailed = false;
     } catch (const std::bad_alloc &error) {
-        // What VTK does at the end of a picture; without it there would never be another.
-        this->ClearInRenderStatus();
-        this->End();
-        this->GetState()->Pop();
+        this->endPicture();
         if (!std::exchange(hasFailed, true))
             qWarning("3D viewer: a picture was dropped: %s", error.what());
     }

@@ -1,17 +1,17 @@
 #pragma once
 
-#include <vtkGenericOpenGLRenderWindow.h>
+#include "VtkCompatibility.h"
 
 class QWidget;
 
 /// A render window that leaves frames out while its OpenGL context is lost, as after a reset of the
 /// graphics driver, and those that there is no memory for. VTK would draw without a context, and
 /// after an exception never again.
-class SceneWindow : public vtkGenericOpenGLRenderWindow
+class SceneWindow : public VtkCompatibility::PictureWindow
 {
 public:
     static SceneWindow *New();
-    vtkTypeMacro(SceneWindow, vtkGenericOpenGLRenderWindow)
+    vtkTypeMacro(SceneWindow, VtkCompatibility::PictureWindow)
 
     /// Whether the context is there; makes it current.
     bool canDraw();

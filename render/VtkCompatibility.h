@@ -1,11 +1,13 @@
 #pragma once
 
+#include <QSurfaceFormat>
 #include <QVTKOpenGLNativeWidget.h>
 #include <vtkActor.h>
 #include <vtkCubeAxesActor.h>
 #include <vtkGenericOpenGLRenderWindow.h>
 #include <vtkInteractorStyle.h>
 #include <vtkOpenGLPolyDataMapper.h>
+#include <vtkOpenGLState.h>
 #include <vtkShader.h>
 #include <vtkVersionMacros.h>
 
@@ -19,13 +21,39 @@
 /// Everything that is written differently for different versions of VTK, 8.2 and later.
 namespace VtkCompatibility {
 
-#if VTK_MAJOR_VERSION >= 9
-/// Coordinates as virtual functions of pickers take them.
-using PickCoordinates = const double *;
+/// What VTK's widgets need of OpenGL.
+inline QSurfaceFormat surfaceFormat()
+{
+    QSurfaceFormat format = QVTKOpenGLNativeWidget::defaultFormat();
+    // 8.2 would draw with eight samples for each pixel, whatever its window is told.
+    format.setSamples(0);
+    // Some builds of 9.6 ask for a debugging context, which costs time and writes to the console.
+    format.setOption(QSurfaceFormat::DebugContext, false);
+    return format;
+}
 
+/// A render window that gets over a picture that broke off.
+class PictureWindow : public vtkGenericOpenGLRenderWindow
+{
+public:
+    vtkTypeMacro(PictureWindow, vtkGenericOpenGLRenderWindow)
+
+    using vtkGenericOpenGLRenderWindow::ReleaseGraphicsResources; // protected in 8.2
+
+protected:
+    /// What VTK does at the end of a picture; without it there would never be another.
+    void endPicture();
+};
+
+#if VTK_MAJOR_VERSION >= 9
 inline QVTKInteractor *interactor(const QVTKOpenGLNativeWidget &widget)
 {
     return widget.interactor();
+}
+
+inline vtkRenderWindow *renderWindow(const QVTKOpenGLNativeWidget &widget)
+{
+    return widget.renderWindow();
 }
 
 inline void setRenderWindow(QVTKOpenGLNativeWidget &widget, vtkGenericOpenGLRenderWindow *window)
@@ -34,25 +62,62 @@ inline void setRenderWindow(QVTKOpenGLNativeWidget &widget, vtkGenericOpenGLRend
 }
 
 /// Makes \a device draw with the shaders of \a actor.
-inline void shareShaders(vtkActor &actor, vtkActor &device)
+/// \return whether actors have shaders
+inline bool shareShaders(vtkActor &actor, vtkActor &device)
 {
     device.SetShaderProperty(actor.GetShaderProperty());
+    return true;
+}
+
+/// Whether a drawing shows on top of the last one.
+constexpr bool keepsLastPicture = true;
+
+/// A widget whose OpenGL is refused does not set VTK up.
+inline void refuseOpenGL(QVTKOpenGLNativeWidget &) { }
+
+inline void PictureWindow::endPicture()
+{
+    this->ClearInRenderStatus();
+    this->End();
+    this->GetState()->Pop();
 }
 #else
-using PickCoordinates = double *;
-
 inline QVTKInteractor *interactor(QVTKOpenGLNativeWidget &widget)
 {
     return widget.GetInteractor();
 }
 
+inline vtkRenderWindow *renderWindow(QVTKOpenGLNativeWidget &widget)
+{
+    return widget.GetRenderWindow();
+}
+
 inline void setRenderWindow(QVTKOpenGLNativeWidget &widget, vtkGenericOpenGLRenderWindow *window)
 {
     widget.SetRenderWindow(window);
+    widget.setEnableHiDPI(true); // as of itself since 9.0
 }
 
 /// The mappers hold the replacements.
-inline void shareShaders(vtkActor &, vtkActor &) { }
+inline bool shareShaders(vtkActor &, vtkActor &)
+{
+    return false;
+}
+
+/// The widget draws and shows one and the same buffer, and starts anew when it is asked for a part.
+constexpr bool keepsLastPicture = false;
+
+/// Each change of its size would set VTK up without asking.
+inline void refuseOpenGL(QVTKOpenGLNativeWidget &widget)
+{
+    QObject::disconnect(&widget, SIGNAL(resized()), &widget, SLOT(recreateFBO()));
+}
+
+inline void PictureWindow::endPicture()
+{
+    this->ClearInRenderStatus();
+    this->RestoreGLState();
+}
 #endif
 
 #if VTK_MAJOR_VERSION > 9 || (VTK_MAJOR_VERSION == 9 && VTK_MINOR_VERSION >= 3)

@@ -85,7 +85,7 @@ int unescape(const QByteArray &text, int first, QString &part)
     static const QByteArray letters("abfnrtv\"\\");
     static const char codes[] = "\a\b\f\n\r\t\v\"\\";
     const char c = first < text.size() ? text[first] : '\0';
-    const int known = letters.indexOf(c);
+    const auto known = letters.indexOf(c);
     if (known >= 0) {
         part += QLatin1Char(codes[known]);
         return first;
@@ -129,7 +129,7 @@ QStringList partsOf(const QByteArray &text)
         else if (!isBlank || !part.isEmpty())
             part += QLatin1Char(c);
         if (!isBlank)
-            kept = part.size();
+            kept = static_cast<int>(part.size());
     }
     finish();
     return parts;
@@ -278,7 +278,7 @@ bool IniText::read(QIODevice &device, QSettings::SettingsMap &settings)
     QString section;
     for (const QByteArray &raw : device.readAll().split('\n')) {
         const QByteArray line = raw.trimmed();
-        const int equals = line.indexOf('=');
+        const auto equals = line.indexOf('=');
         if (line.startsWith('['))
             section = sectionFrom(line);
         else if (equals > 0 && !line.startsWith(';'))
@@ -291,7 +291,7 @@ bool IniText::write(QIODevice &device, const QSettings::SettingsMap &settings)
 {
     QMap<QString, QByteArray> sections;
     for (auto setting = settings.begin(); setting != settings.end(); ++setting) {
-        const int slash = setting.key().indexOf('/');
+        const auto slash = setting.key().indexOf('/');
         const QString section = slash < 0 ? QString() : setting.key().left(slash);
         sections[section] +=
             escapedKey(setting.key().mid(slash + 1)) + '=' + lineOf(setting.value()) + '\n';

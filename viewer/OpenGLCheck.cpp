@@ -1,13 +1,13 @@
 #include "OpenGLCheck.h"
 
+#include "VtkCompatibility.h"
+
 #include <QOpenGLContext>
 #include <QSurfaceFormat>
-
-#include <QVTKOpenGLNativeWidget.h>
 
 bool hasOpenGL32()
 {
     QOpenGLContext context;
-    context.setFormat(QVTKOpenGLNativeWidget::defaultFormat());
+    context.setFormat(VtkCompatibility::surfaceFormat());
     return context.create() && context.format().version() >= qMakePair(3, 2);
 }

@@ -30,7 +30,7 @@ PlainViewer::~PlainViewer()
 
 void PlainViewer::buildScene()
 {
-    setRenderWindow(sceneWindow);
+    VtkCompatibility::setRenderWindow(*this, sceneWindow);
     sceneWindow->SetMultiSamples(0);
     sceneWindow->AddRenderer(renderer);
     vertices->SetInputData(vtkNew<vtkPolyData>());
@@ -41,7 +41,7 @@ void PlainViewer::buildScene()
     axes->VisibilityOff();
     renderer->AddActor(axes);
     vtkNew<vtkInteractorStyleTrackballCamera> style;
-    interactor()->SetInteractorStyle(style);
+    VtkCompatibility::interactor(*this)->SetInteractorStyle(style);
     colorByHeight();
 }
 

@@ -17,8 +17,12 @@ void install(const QLocale &locale, const QString &name, const QString &folder)
 
 void installLanguage(const QLocale &locale)
 {
-    install(
-        locale, QStringLiteral("qtbase"), QLibraryInfo::location(QLibraryInfo::TranslationsPath));
+#if QT_VERSION_MAJOR >= 6
+    const QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+#else
+    const QString folder = QLibraryInfo::location(QLibraryInfo::TranslationsPath);
+#endif
+    install(locale, QStringLiteral("qtbase"), folder);
     install(
         locale, QStringLiteral("olvik3dviewer"), QStringLiteral(":/olvik3dviewer/translations"));
 }

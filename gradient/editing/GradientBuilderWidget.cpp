@@ -2,10 +2,10 @@
 
 #include "Gradient.h"
 #include "GradientDialogs.h"
+#include "QtCompatibility.h"
 
 #include <QColorDialog>
 #include <QFontMetrics>
-#include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPointer>
@@ -128,7 +128,7 @@ void GradientBuilderWidget::resizeEvent(QResizeEvent *event)
 
 void GradientBuilderWidget::mousePressEvent(QMouseEvent *event)
 {
-    const std::optional<double> position = stopHandleAt(event->localPos().toPoint());
+    const std::optional<double> position = stopHandleAt(QtCompatibility::position(*event));
     if (!position)
         return;
 
@@ -141,7 +141,7 @@ void GradientBuilderWidget::mousePressEvent(QMouseEvent *event)
 void GradientBuilderWidget::mouseMoveEvent(QMouseEvent *event)
 {
     if (dragging)
-        dragTo(positionOnBar(event->localPos().toPoint().x()));
+        dragTo(positionOnBar(QtCompatibility::position(*event).x()));
     else
         showHandleHelp(*event);
 }
@@ -155,7 +155,7 @@ void GradientBuilderWidget::mouseReleaseEvent(QMouseEvent *event)
 
 void GradientBuilderWidget::mouseDoubleClickEvent(QMouseEvent *event)
 {
-    const QPoint point = event->localPos().toPoint();
+    const QPoint point = QtCompatibility::position(*event);
     const std::optional<double> position = stopHandleAt(point);
     if (!position) {
         askForNewStop(positionOnBar(point.x()));
@@ -304,13 +304,13 @@ void GradientBuilderWidget::dragTo(float position)
 
 void GradientBuilderWidget::showHandleHelp(const QMouseEvent &event) const
 {
-    const std::optional<double> position = stopHandleAt(event.localPos().toPoint());
+    const std::optional<double> position = stopHandleAt(QtCompatibility::position(event));
     if (!position) {
         QToolTip::hideText();
         return;
     }
     if (gradient->isStop(*position))
-        QToolTip::showText(event.globalPos(),
+        QToolTip::showText(QtCompatibility::screenPosition(event),
             tr("Left click & drag: move point\nDouble click: Remove\nRgiht click: Edit"));
 }
 

@@ -37,8 +37,7 @@ bool isReadWhole(const QJsonValue &record)
 std::optional<QByteArray> contentOf(const QString &path)
 {
     QFile file(path);
-    file.open(QIODevice::ReadOnly);
-    const QByteArray text = file.isOpen() ? file.readAll() : QByteArray();
+    const QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     return file.error() == QFileDevice::NoError ? std::make_optional(text) : std::nullopt;
 }
 

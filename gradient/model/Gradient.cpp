@@ -53,7 +53,7 @@ QGradientStop stopFromJson(const QJsonArray &json)
 
 QGradientStops stopsFromJson(const QJsonArray &json)
 {
-    const int count = std::min(json.size(), Gradient::maxStopsRead);
+    const auto count = static_cast<int>(std::min<qint64>(json.size(), Gradient::maxStopsRead));
     QGradientStops stops;
     stops.reserve(count);
     for (qint64 number = 0; number < count; ++number) {

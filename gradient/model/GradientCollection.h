@@ -80,7 +80,7 @@ public:
     void readStandIn(const QJsonObject &json);
     void write(QJsonObject &json) const;
 
-    int size() const { return gradients.size(); }
+    int size() const { return static_cast<int>(gradients.size()); }
 
     /// \param index in [0, size()), not checked
     std::shared_ptr<Gradient> getGradientAt(int index) const { return gradients.at(index); }

@@ -238,7 +238,7 @@ void GradientTableWidget::setGradientByName(QString name)
 {
     if (!name.isEmpty() && collection->checkNameExists(name)) {
         currentGradient = collection->getGradient(name);
-        onComboIndexChanged(collection->getGradients().indexOf(currentGradient));
+        onComboIndexChanged(static_cast<int>(collection->getGradients().indexOf(currentGradient)));
     } else if (collection->size() > 0) {
         currentGradient = collection->getGradientAt(0);
         onComboIndexChanged(0);
@@ -422,7 +422,8 @@ void GradientTableWidget::remove(int row)
 {
     const bool isSaved = tableModel->removeRow(row);
     // The selectors are not told of a removal: they show what has moved into their row.
-    onComboIndexChanged(qMax(0, collection->getGradients().indexOf(currentGradient)));
+    const auto current = static_cast<int>(collection->getGradients().indexOf(currentGradient));
+    onComboIndexChanged(qMax(0, current));
     if (!isSaved)
         tellGradientsNotSaved(this);
 }

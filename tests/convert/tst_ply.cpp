@@ -8,6 +8,7 @@
 #include <vtkPLYWriter.h>
 #include <vtkPoints.h>
 #include <vtkPolyData.h>
+#include <vtkVersion.h>
 
 #include <algorithm>
 #include <cmath>
@@ -81,6 +82,8 @@ class TestPly : public QObject
 private Q_SLOTS:
     void writesTheStockWritersBytes()
     {
+        if (vtkVersion::GetVTKMajorVersion() < 9)
+            QSKIP("The stock writer of VTK 8.2 rounds to six digits");
         for (const int dataType : {VTK_FLOAT, VTK_DOUBLE}) {
             const auto cloud = cloudOf(hostileFloats(), dataType);
             const QString stockName = dir.filePath("stock.ply");

@@ -1,9 +1,9 @@
 // Memory runs out in the middle of what the event loop calls, which takes no exception.
 #include "GuiTest.h"
-#include "SceneProbe.h"
 
 #include "GradientFactory.h"
 #include "Olvik3DViewerWidget.h"
+#include "SceneProbe.h"
 
 #include <vtkCallbackCommand.h>
 
@@ -65,8 +65,7 @@ private Q_SLOTS:
         QTest::newRow("drawing") << Step([](auto &view) {
             vtkNew<vtkCallbackCommand> upload;
             upload->SetCallback(refuseToDraw);
-            view.renderWindow()->GetRenderers()->GetFirstRenderer()->AddObserver(
-                vtkCommand::StartEvent, upload);
+            rendererOf(view)->AddObserver(vtkCommand::StartEvent, upload);
         });
     }
 

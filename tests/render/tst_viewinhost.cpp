@@ -3,6 +3,7 @@
 
 #include "MouseInteractorStylePP.h"
 #include "Olvik3DViewerWidget.h"
+#include "VtkCompatibility.h"
 
 #include <vtkRenderWindow.h>
 
@@ -84,13 +85,13 @@ private Q_SLOTS:
             Host host;
             QVERIFY(QTest::qWaitForWindowExposed(&host));
             const QSignalSpy picks(host.view, &Olvik3DViewerWidget::pointPicked);
-            const double rest = host.view->renderWindow()->GetDesiredUpdateRate();
+            const double rest = VtkCompatibility::renderWindow(*host.view)->GetDesiredUpdateRate();
             QTest::mousePress(host.view, button);
             QTest::mouseMove(host.view, QPoint(60, 60));
             QVERIFY(host.style->GetState() != VTKIS_NONE);
             lose(host, button);
             QCOMPARE(host.style->GetState(), VTKIS_NONE);
-            QCOMPARE(host.view->renderWindow()->GetDesiredUpdateRate(), rest);
+            QCOMPARE(VtkCompatibility::renderWindow(*host.view)->GetDesiredUpdateRate(), rest);
             QTest::mouseRelease(host.view, button);
             QCOMPARE(picks.size(), 0);
         }
@@ -128,7 +129,8 @@ private Q_SLOTS:
             QCoreApplication::processEvents();
         };
         host.view->grabFramebuffer();
-        host.view->renderWindow()->AddObserver(vtkCommand::EndEvent, this, &TestViewInHost::count);
+        VtkCompatibility::renderWindow(*host.view)
+            ->AddObserver(vtkCommand::EndEvent, this, &TestViewInHost::count);
         host.hide();
         for (int i = 0; i < 3; ++i)
             load();

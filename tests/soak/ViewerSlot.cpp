@@ -2,6 +2,7 @@
 
 #include "Heights.h"
 #include "Journal.h"
+#include "VtkCompatibility.h"
 
 #include <QtWidgets>
 
@@ -131,7 +132,7 @@ void ViewerSlot::watchParts()
              static_cast<QObject *>(table)})
         widgetParts.emplace_back(part);
 
-    vtkRenderWindow *scene = renderWidget->renderWindow();
+    vtkRenderWindow *scene = VtkCompatibility::renderWindow(*renderWidget);
     vtkRenderer *renderer = scene->GetRenderers()->GetFirstRenderer();
     for (vtkObject *part : std::initializer_list<vtkObject *>{scene, renderer,
              renderer->GetActiveCamera(), scene->GetInteractor(),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Olvik3DViewerWidget.h"
+#include "VtkCompatibility.h"
 
 #include <QImage>
 
@@ -10,6 +11,11 @@
 #include <vtkRendererCollection.h>
 #include <vtkRenderWindow.h>
 
+inline vtkRenderer *rendererOf(Olvik3DViewerWidget &view)
+{
+    return VtkCompatibility::renderWindow(view)->GetRenderers()->GetFirstRenderer();
+}
+
 /// Looks at a shown render widget from outside: where a scene point lies on the widget, and which
 /// colour is drawn there.
 class SceneProbe
@@ -17,7 +23,7 @@ class SceneProbe
 public:
     explicit SceneProbe(Olvik3DViewerWidget &view)
         : widget(view)
-        , renderer(view.renderWindow()->GetRenderers()->GetFirstRenderer())
+        , renderer(rendererOf(view))
     { }
 
     /// Looks straight down, so that columns and rows of the cloud are columns and rows on the
@@ -86,7 +92,7 @@ private:
         renderer->SetWorldPoint(x, y, z, 1.0);
         renderer->WorldToDisplay();
         const double *display = renderer->GetDisplayPoint();
-        const int height = widget.renderWindow()->GetSize()[1];
+        const int height = VtkCompatibility::renderWindow(widget)->GetSize()[1];
         return {qRound(display[0] - middle), height - 1 - qRound(display[1] - middle)};
     }
 

@@ -3,6 +3,7 @@
 
 #include "GradientTableWidget.h"
 #include "Olvik3DViewerControl.h"
+#include "VtkCompatibility.h"
 
 #include <clocale>
 #include <csignal>
@@ -79,7 +80,7 @@ private Q_SLOTS:
         QCOMPARE(after.folder, before.folder);
         QVERIFY(qApp->styleSheet().isEmpty());
         // The one thing that the view's constructor announces.
-        QCOMPARE(QSurfaceFormat::defaultFormat(), QVTKOpenGLNativeWidget::defaultFormat());
+        QCOMPARE(QSurfaceFormat::defaultFormat(), VtkCompatibility::surfaceFormat());
     }
 
     void twentyViewersInTurnLeaveNothing()
