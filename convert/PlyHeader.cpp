@@ -9,7 +9,7 @@
 namespace {
 
 /// Of lines that are no remark; VTK 9.1 reads them into a buffer of 4096 bytes.
-constexpr qint64 longestLine = 1024;
+constexpr qint64 longestHeaderLine = 1024;
 /// Without remarks. Keeps a hostile file from filling the memory with properties.
 constexpr qint64 longestHeader = 1024LL * 1024;
 
@@ -69,11 +69,11 @@ bool isRemark(const Words &words)
 ///         end, too long a line, or one that is no text
 std::optional<Words> readWords(QIODevice &device)
 {
-    QByteArray part = device.readLine(longestLine);
+    QByteArray part = device.readLine(longestHeaderLine);
     const Words words = part.simplified().split(' ');
     // Tools keep whole tables in one remark, which needs no memory.
     while (isRemark(words) && !part.isEmpty() && !part.endsWith('\n') && !part.contains('\0'))
-        part = device.readLine(longestLine);
+        part = device.readLine(longestHeaderLine);
     if (!part.endsWith('\n') || part.contains('\0'))
         return std::nullopt;
     return words;
@@ -85,7 +85,7 @@ public:
     std::optional<PlyHeader> parse(QIODevice &device)
     {
         // By itself: in another kind of file a remark may have no end.
-        const QByteArray magic = device.readLine(longestLine);
+        const QByteArray magic = device.readLine(longestHeaderLine);
         if (!magic.endsWith('\n') || magic.simplified() != "ply")
             return std::nullopt;
         for (qint64 length = 0; length < longestHeader;) {

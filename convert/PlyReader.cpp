@@ -30,7 +30,7 @@
 namespace {
 
 /// VTK 9.1 reads lines into a buffer of 4096 bytes and never recovers from a longer one.
-constexpr std::size_t longestLine = 4000;
+constexpr std::size_t longestVertexLine = 4000;
 
 /// VTK reads with strtod, which a host's locale may have taught to want a comma.
 class NumbersInC
@@ -73,7 +73,7 @@ std::string_view takeWord(std::string_view &line)
 
 bool startsWithNumbers(std::string_view line, std::size_t count)
 {
-    if (line.size() > longestLine)
+    if (line.size() > longestVertexLine)
         return false;
     if (!line.empty() && line.back() == '\r')
         line.remove_suffix(1);

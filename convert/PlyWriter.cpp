@@ -21,7 +21,7 @@ namespace {
 constexpr vtkIdType pointsPerBlock = 16384;
 /// Keeps the cores busy while one block is written.
 constexpr vtkIdType blocksAtOnce = 4;
-constexpr std::size_t longestLine = 3 * (floatTextRoom + 1) + 1;
+constexpr std::size_t longestPointLine = 3 * (floatTextRoom + 1) + 1;
 
 QByteArray headerText(vtkIdType count)
 {
@@ -40,7 +40,7 @@ QByteArray headerText(vtkIdType count)
           "end_header\n";
 }
 
-/// \param line has room for longestLine
+/// \param line has room for longestPointLine
 /// \return the end of the text
 char *appendPoint(char *line, const float *point)
 {
@@ -60,7 +60,7 @@ public:
     {
         const float *const begin = coordinates(points, first, count);
         const float *const end = begin + 3 * count;
-        text.resize(static_cast<std::size_t>(count) * longestLine);
+        text.resize(static_cast<std::size_t>(count) * longestPointLine);
         future = std::async([this, begin, end] {
             char *line = text.data();
             for (const float *point = begin; point != end; point += 3)

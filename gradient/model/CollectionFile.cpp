@@ -18,8 +18,6 @@
 
 namespace {
 
-const QLatin1String gradientsKey("gradients");
-
 QSet<QString> namesOf(const QJsonArray &records)
 {
     QSet<QString> names;

@@ -21,8 +21,6 @@
 
 namespace {
 
-const QLatin1String gradientsKey("gradients");
-
 [[noreturn]] void failToOpen()
 {
     qWarning("Couldn't open save file.");

@@ -21,6 +21,7 @@ private:
     QHash<QString, int> counts;
 };
 
+const QLatin1String gradientsKey("gradients"); ///< of the list of records in a collection
 const QLatin1String nameKey("name");
 
 inline QString nameOf(const QJsonValue &record)

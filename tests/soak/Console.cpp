@@ -10,7 +10,7 @@
 
 namespace {
 
-Journal *journalOfProcess = nullptr;
+Journal *listener = nullptr;
 
 void onQtMessage(QtMsgType type, const QMessageLogContext &, const QString &message)
 {
@@ -19,7 +19,7 @@ void onQtMessage(QtMsgType type, const QMessageLogContext &, const QString &mess
         || (message.contains(QLatin1String("XCB error: 8"))
             && message.contains(QLatin1String("(SetInputFocus)")));
     if (type != QtDebugMsg && !isExpected)
-        journalOfProcess->fail("Qt says: " + message);
+        listener->fail("Qt says: " + message);
 }
 
 class FailingOutput : public vtkOutputWindow
@@ -30,7 +30,7 @@ public:
 
     void DisplayText(const char *text) override
     {
-        journalOfProcess->fail("VTK says: " + QString::fromUtf8(text).simplified());
+        listener->fail("VTK says: " + QString::fromUtf8(text).simplified());
     }
 };
 
@@ -40,7 +40,7 @@ vtkStandardNewMacro(FailingOutput)
 
 void failOnMessages(Journal &journal)
 {
-    journalOfProcess = &journal;
+    listener = &journal;
     qInstallMessageHandler(onQtMessage);
     const vtkNew<FailingOutput> output;
     vtkOutputWindow::SetInstance(output);
