@@ -25,7 +25,7 @@ PlainViewer::~PlainViewer()
     thread.quit();
     thread.wait();
     makeCurrent();
-    sceneWindow->ReleaseGraphicsResources(sceneWindow);
+    sceneWindow->Finalize();
 }
 
 void PlainViewer::buildScene()
