@@ -132,7 +132,8 @@ void moveMouse(QWidget &view, QEvent::Type type, int x)
 {
     const bool isMove = type == QEvent::MouseMove;
     const bool isUp = type == QEvent::MouseButtonRelease;
-    QMouseEvent event(type, QPointF(x, view.height() / 2.0), isMove ? Qt::NoButton : Qt::LeftButton,
+    const QPoint at(x, view.height() / 2);
+    QMouseEvent event(type, at, view.mapToGlobal(at), isMove ? Qt::NoButton : Qt::LeftButton,
         isUp ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&view, &event);
 }

@@ -57,14 +57,14 @@ Curve curveOf(const Results &results, const char *figure, const char *viewer, co
 
 Curve memoryLimit(const Results &results, int mainSide)
 {
-    constexpr double bytesPerPoint = 16.0;
+    constexpr double traffic = 16.0; // bytes for each point
     const Task task{"bandwidth", {}, mainSide};
     const double gigabytesPerSecond =
         std::max(results.value(task, "copy_1_thread"), results.value(task, "copy_2_threads"));
     Curve curve{"memory limit: 16 bytes for each point", Qt::darkGray, Qt::DotLine, {}};
     for (const int side : results.sidesOf("shown"))
         curve.points.emplace_back(
-            millionsOf(side), bytesPerPoint * side * side / gigabytesPerSecond / 1e6);
+            millionsOf(side), traffic * side * side / gigabytesPerSecond / 1e6);
     return curve;
 }
 
@@ -97,7 +97,7 @@ Axes axesAround(const std::vector<Curve> &curves)
     return axes;
 }
 
-QString numberText(double value)
+QString tickText(double value)
 {
     return QString::number(value, 'g', 6);
 }
@@ -110,7 +110,7 @@ void drawVerticalGrid(QPainter &painter, const Axes &axes)
         painter.drawLine(QPointF(x, frame.top()), QPointF(x, frame.bottom()));
         painter.setPen(Qt::black);
         painter.drawText(
-            QRectF(x - 60, frame.bottom() + 8, 120, 30), Qt::AlignHCenter, numberText(millions));
+            QRectF(x - 60, frame.bottom() + 8, 120, 30), Qt::AlignHCenter, tickText(millions));
     }
 }
 
@@ -124,7 +124,7 @@ void drawHorizontalGrid(QPainter &painter, const Axes &axes)
         }
         painter.setPen(Qt::black);
         painter.drawText(QRectF(0, axes.y(decade) - 15, frame.left() - 10, 30),
-            Qt::AlignRight | Qt::AlignVCenter, numberText(decade));
+            Qt::AlignRight | Qt::AlignVCenter, tickText(decade));
     }
 }
 

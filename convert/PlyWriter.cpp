@@ -100,15 +100,15 @@ private:
 bool writePoints(QIODevice &device, vtkPoints &points)
 {
     std::array<Block, blocksAtOnce> ring;
-    const vtkIdType pointCount = points.GetNumberOfPoints();
-    const vtkIdType blockCount = (pointCount + pointsPerBlock - 1) / pointsPerBlock;
+    const vtkIdType count = points.GetNumberOfPoints();
+    const vtkIdType blockCount = (count + pointsPerBlock - 1) / pointsPerBlock;
     const auto blockOf = [&](vtkIdType i) -> Block & {
         return ring[std::size_t(i % blocksAtOnce)];
     };
     const auto format = [&](vtkIdType i) {
         const vtkIdType first = i * pointsPerBlock;
         if (i < blockCount)
-            blockOf(i).format(points, first, std::min(pointsPerBlock, pointCount - first));
+            blockOf(i).format(points, first, std::min(pointsPerBlock, count - first));
     };
 
     for (vtkIdType i = 0; i < blocksAtOnce; ++i)

@@ -85,6 +85,12 @@ public:
     /// \param index in [0, size()), not checked
     std::shared_ptr<Gradient> getGradientAt(int index) const { return gradients.at(index); }
 
+    /// \return -1 for one that is not in the collection
+    int indexOf(const std::shared_ptr<Gradient> &gradient) const
+    {
+        return static_cast<int>(gradients.indexOf(gradient));
+    }
+
     /// The first entry of this name, null when there is none.
     std::shared_ptr<Gradient> getGradient(QString name) const;
 

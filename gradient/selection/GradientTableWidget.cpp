@@ -109,10 +109,10 @@ void GradientTableWidget::takeUpFile()
     isSwitching = false;
     if (!isNew)
         return;
-    if (kept->getGradients().contains(selected))
-        table->selectRow(kept->getGradients().indexOf(selected));
+    if (kept->indexOf(selected) >= 0)
+        table->selectRow(kept->indexOf(selected));
     // The name that the selectors went by may have changed.
-    const int chosen = kept->getGradients().indexOf(currentGradient);
+    const int chosen = kept->indexOf(currentGradient);
     onComboIndexChanged(chosen < 0 ? combo->currentIndex() : chosen);
 }
 
@@ -238,7 +238,7 @@ void GradientTableWidget::setGradientByName(QString name)
 {
     if (!name.isEmpty() && collection->checkNameExists(name)) {
         currentGradient = collection->getGradient(name);
-        onComboIndexChanged(static_cast<int>(collection->getGradients().indexOf(currentGradient)));
+        onComboIndexChanged(collection->indexOf(currentGradient));
     } else if (collection->size() > 0) {
         currentGradient = collection->getGradientAt(0);
         onComboIndexChanged(0);
@@ -422,8 +422,7 @@ void GradientTableWidget::remove(int row)
 {
     const bool isSaved = tableModel->removeRow(row);
     // The selectors are not told of a removal: they show what has moved into their row.
-    const auto current = static_cast<int>(collection->getGradients().indexOf(currentGradient));
-    onComboIndexChanged(qMax(0, current));
+    onComboIndexChanged(qMax(0, collection->indexOf(currentGradient)));
     if (!isSaved)
         tellGradientsNotSaved(this);
 }

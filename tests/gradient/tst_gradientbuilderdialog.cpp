@@ -121,8 +121,9 @@ private Q_SLOTS:
         QTest::newRow("stop's colour") << Click([](QDialog &dialog) {
             // Not by way of the window, which Qt goes on using for a context menu.
             auto *editor = dialog.findChild<Editor *>();
-            QMouseEvent press(QEvent::MouseButtonPress, editor->rect().center(), Qt::RightButton,
-                Qt::RightButton, {});
+            const QPoint at = editor->rect().center();
+            QMouseEvent press(
+                QEvent::MouseButtonPress, at, at, Qt::RightButton, Qt::RightButton, {});
             QCoreApplication::sendEvent(editor, &press);
         });
         QTest::newRow("message") << Click(

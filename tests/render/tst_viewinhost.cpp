@@ -102,7 +102,8 @@ private Q_SLOTS:
         Host host;
         QVERIFY(QTest::qWaitForWindowExposed(&host));
         for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseMove, QEvent::MouseMove}) {
-            QMouseEvent event(type, QPointF(50, 60), Qt::LeftButton, Qt::LeftButton, {});
+            QMouseEvent event(
+                type, QPointF(50, 60), QPointF(50, 60), Qt::LeftButton, Qt::LeftButton, {});
             QCoreApplication::sendEvent(host.view, &event);
             QVERIFY(host.style->GetState() != VTKIS_NONE);
         }

@@ -102,7 +102,7 @@ void pressTwice(ViewerSlot &slot, Choice &choice, Journal &, const DialogOperato
     for (const QEvent::Type press : {QEvent::MouseButtonPress, QEvent::MouseButtonDblClick}) {
         if (!view)
             return;
-        QMouseEvent down(press, at, button, button, modifier);
+        QMouseEvent down(press, at, view->mapToGlobal(at), button, button, modifier);
         QCoreApplication::sendEvent(view, &down);
         if (view && choice.oneIn(2))
             QTest::mouseMove(view, somewhereIn(*view, choice));

@@ -40,9 +40,10 @@ inline QAction *menuItem(const QString &text)
 /// Of a folder like /proc/self/task, which holds the threads of this process.
 inline int entriesIn(const char *folder)
 {
-    return QDir(QString::fromLatin1(folder))
-        .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)
-        .size();
+    const QStringList entries =
+        QDir(QString::fromLatin1(folder))
+            .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
+    return static_cast<int>(entries.size());
 }
 
 /// Heights that rise along each profile, from 0 by 1.

@@ -133,7 +133,7 @@ int refusalsWithoutMemory(Olvik3DViewerControl &viewer)
     }
     const Operator user(QDir::temp().filePath("starved.ply"));
     menuItem("Save")->trigger();
-    return refused + user.told.filter("Error Saving File|").size();
+    return refused + static_cast<int>(user.told.filter("Error Saving File|").size());
 }
 
 int runViewer(bool starve)
