@@ -120,7 +120,7 @@ void GradientTableWidget::takeUpFile()
 bool GradientTableWidget::isEditing() const
 {
     const QWidgetList windows = QApplication::topLevelWidgets();
-    return QApplication::activePopupWidget() || table->isPersistentEditorOpen(table->currentIndex())
+    return QApplication::activePopupWidget() || table->indexWidget(table->currentIndex())
         || std::any_of(windows.cbegin(), windows.cend(), [](const QWidget *window) {
                return window->isVisible() && qobject_cast<const GradientBuilderDialog *>(window);
            });
