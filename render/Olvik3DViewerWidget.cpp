@@ -30,6 +30,7 @@
 #include <QOpenGLContext>
 #include <QPainter>
 #include <QPointer>
+#include <QResizeEvent>
 #include <QStandardPaths>
 #include <QSurfaceFormat>
 #include <QThread>
@@ -687,7 +688,7 @@ void Olvik3DViewerWidget::initializeGL()
 void Olvik3DViewerWidget::paintGL()
 {
     if (hasOpenGL) {
-        if (!sceneWindow->canDraw())
+        if (!sceneWindow->canDraw() || !hasBuffer())
             return;
         sceneWindow->renderMissed();
         QVTKOpenGLNativeWidget::paintGL();
@@ -699,6 +700,16 @@ void Olvik3DViewerWidget::paintGL()
     painter.drawText(rect(), Qt::AlignCenter,
         tr("No suitable OpenGL version was found!\nVersion 3.2 or grater is required\nPlease "
            "Upgrade the GPU drivers"));
+}
+
+/// While the context is lost Qt makes no buffer for a new size, and after that none before the next.
+bool Olvik3DViewerWidget::hasBuffer()
+{
+    const bool isMissing = defaultFramebufferObject() == 0;
+    if (isMissing && !isBufferMissing)
+        QCoreApplication::postEvent(this, new QResizeEvent(size(), size()));
+    isBufferMissing = isMissing;
+    return !isMissing;
 }
 
 void Olvik3DViewerWidget::showEvent(QShowEvent *event)

@@ -207,6 +207,7 @@ private:
         std::array<float, 3> sceneScale() const { return {scaleX, scaleZ, scaleY}; }
     };
 
+    bool hasBuffer();
     void buildScene();
     void buildInteraction();
     void titleAxes();
@@ -252,6 +253,7 @@ private:
     std::unique_ptr<ReleaseWatch> releaseWatch;
     QVector<std::array<double, 3>> pickedPoints;
     RenderData shown; ///< last request that was drawn
+    bool isBufferMissing = false; ///< that Qt draws into, when the last paint came
     bool hasOpenGL = true; ///< false on a machine without the version that VTK needs
     bool axesVisible = true;
     bool invertedAxis = false;
