@@ -148,7 +148,7 @@ void Olvik3DViewerWidget::titleAxes()
     cubeAxes->SetYUnits("profiles");
     cubeAxes->SetZTitle("Y");
     cubeAxes->SetZUnits("pixels");
-    // From 9.4 on VTK scales the texts by it: 12 stands for the size that is asked for.
+    // VTK 9.6 scales the texts by it: 12 stands for the size that is asked for.
     constexpr int neutralFontSize = 12;
     for (int axis = 0; axis < 3; ++axis) {
         cubeAxes->GetTitleTextProperty(axis)->SetFontSize(neutralFontSize);
