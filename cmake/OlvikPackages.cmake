@@ -1,16 +1,14 @@
-# Debian packages, made by `cpack` in a build folder that was configured for the prefix /usr.
+# Debian packages, made by `cpack` in a build folder that was configured by the preset package.
 
 set(olvik_packages_dir "${PROJECT_SOURCE_DIR}/packaging")
 set(olvik_packages_build_dir "${PROJECT_BINARY_DIR}/packaging")
 set(CPACK_COMPONENTS_ALL)
 
 # What Debian's policy asks of /usr/share/doc/<package>; a plain install leaves it out.
-find_program(GZIP gzip)
-if(NOT GZIP)
-    return()
-endif()
+find_program(GZIP gzip REQUIRED)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(olvik_debian_version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
+cmake_host_system_information(RESULT olvik_debian_suite QUERY DISTRIB_VERSION_CODENAME)
 configure_file("${olvik_packages_dir}/changelog.in"
     "${olvik_packages_build_dir}/changelog.Debian" @ONLY)
 execute_process(COMMAND ${GZIP} -9nf "${olvik_packages_build_dir}/changelog.Debian"
@@ -38,8 +36,17 @@ macro(olvik_package component)
         COMPONENT ${component} EXCLUDE_FROM_ALL)
 endmacro()
 
-set(olvik_settings_package libolviksettingscontroller${PROJECT_VERSION_MAJOR})
-set(olvik_runtime_package libolvik3dviewerwidget${PROJECT_VERSION_MAJOR})
+# Named by the library's SONAME, as Debian wants it, with a dash between two digits.
+string(REGEX REPLACE "([0-9])$" "\\1-" olvik_soname_ending "${OLVIK_SUFFIX}")
+string(APPEND olvik_soname_ending ${PROJECT_VERSION_MAJOR})
+set(olvik_settings_package libolviksettingscontroller${olvik_soname_ending})
+set(olvik_runtime_package libolvik3dviewerwidget${olvik_soname_ending})
+set(olvik_development_package libolvik3dviewerwidget${OLVIK_SUFFIX}-dev)
+if(OLVIK_QT STREQUAL Qt6)
+    set(olvik_qt_packages qt6-base-dev)
+else()
+    set(olvik_qt_packages qtbase5-dev libqt5opengl5-dev)
+endif()
 set(olvik_sibling_packages "${olvik_runtime_package} (= ${olvik_debian_version})")
 if(TARGET OlvikSettingsController)
     list(APPEND olvik_sibling_packages "${olvik_settings_package} (= ${olvik_debian_version})")
@@ -62,15 +69,15 @@ olvik_package(runtime
 a Qt application, while the sensor runs. The operator rotates the cloud, picks
 points, measures distances and colours it by height or by own gradients.")
 olvik_package(development
-    NAME libolvik3dviewerwidget-dev
+    NAME ${olvik_development_package}
     SECTION libdevel
-    DEPENDS ${olvik_sibling_packages} libvtk9-dev libvtk9-qt-dev qtbase5-dev libqt5opengl5-dev
+    DEPENDS ${olvik_sibling_packages} libvtk9-dev libvtk9-qt-dev ${olvik_qt_packages}
     SUMMARY "3D viewer for height profiles (development files)"
     DESCRIPTION "Headers, CMake and pkg-config files and the documentation of the Olvik 3D
 viewer, which shows the heights of a line-scanning sensor as a point cloud.")
 if(TARGET olvik3dviewer_designer)
     olvik_package(designer
-        NAME libolvik3dviewerwidget-designer
+        NAME libolvik3dviewerwidget${OLVIK_SUFFIX}-designer
         SECTION libdevel
         MULTIARCH same
         DEPENDS "${olvik_runtime_package} (= ${olvik_debian_version})"

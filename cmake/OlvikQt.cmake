@@ -11,4 +11,6 @@ else()
     set(OLVIK_QT_VERSION 5.15)
     set(OLVIK_SUFFIX "")
 endif()
+# A host that adds this project to its own may prefer the other one for its commands without a version.
+set(QT_DEFAULT_MAJOR_VERSION ${VTK_QT_VERSION})
 find_package(${OLVIK_QT} ${OLVIK_QT_VERSION} REQUIRED COMPONENTS Core Gui Widgets Concurrent)

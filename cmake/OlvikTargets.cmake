@@ -1,5 +1,14 @@
 include(GenerateExportHeader)
 
+set(olvik_warnings
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual
+    -Wsuggest-override $<$<BOOL:${OLVIK_WERROR}>:-Werror>)
+# A host that adds this project to its own has a compiler, and a mind about warnings, that nobody tried here.
+if(NOT PROJECT_IS_TOP_LEVEL)
+    set(olvik_warnings "")
+    set(CMAKE_COMPILE_WARNING_AS_ERROR OFF)
+endif()
+
 # Language level, warnings and sanitizers for every target of this project.
 function(olvik_target_defaults target)
     target_compile_features(${target} PUBLIC cxx_std_17)
@@ -8,6 +17,8 @@ function(olvik_target_defaults target)
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON
         POSITION_INDEPENDENT_CODE ON
+        # The files' own helpers share names.
+        UNITY_BUILD OFF
         AUTOMOC ON
         AUTORCC ON)
     # TBB, which VTK's SMP headers pull in, has a member called emit: Qt's keywords stay off.
@@ -16,10 +27,7 @@ function(olvik_target_defaults target)
         # VTK 8.2's widgets are declared with them.
         $<$<VERSION_LESS:${VTK_VERSION},9>:signals=Q_SIGNALS;slots=Q_SLOTS>)
     # A processor that fuses a multiplication with an addition would give other colours.
-    target_compile_options(${target} PRIVATE
-        -ffp-contract=off
-        -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual
-        -Wsuggest-override $<$<BOOL:${OLVIK_WERROR}>:-Werror>)
+    target_compile_options(${target} PRIVATE -ffp-contract=off ${olvik_warnings})
     if(OLVIK_SANITIZER)
         target_compile_options(${target} PRIVATE
             -fsanitize=${OLVIK_SANITIZER} -fno-sanitize-recover=all -fno-omit-frame-pointer)
@@ -48,6 +56,7 @@ function(olvik_add_library name)
     add_library(Olvik3DViewerWidget::${name} ALIAS ${name})
     olvik_target_defaults(${name})
     set_target_properties(${name} PROPERTIES
+        OUTPUT_NAME ${name}${OLVIK_SUFFIX}
         VERSION ${PROJECT_VERSION}
         SOVERSION ${PROJECT_VERSION_MAJOR}
         VERIFY_INTERFACE_HEADER_SETS ON)

@@ -19,17 +19,20 @@ list(TRANSFORM olvik_languages REPLACE "(.+)" "translations/olvik3dviewer_\\1.ts
 set_source_files_properties(${olvik_ts} PROPERTIES OUTPUT_LOCATION "${olvik_translations}")
 qt_add_translation(olvik_qm ${olvik_ts} OPTIONS -silent)
 
-get_target_property(olvik_sources Olvik3DViewerWidget SOURCES)
-add_custom_command(OUTPUT "${olvik_template}"
-    COMMAND ${OLVIK_QT}::lupdate -silent -no-obsolete ${olvik_translated_folders} -ts "${olvik_template}"
-    DEPENDS ${olvik_sources}
-    WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}"
-    VERBATIM)
-add_custom_target(translations ALL DEPENDS "${olvik_template}" ${olvik_qm})
-add_custom_target(update_translations
-    COMMAND ${OLVIK_QT}::lupdate -no-obsolete -locations none ${olvik_translated_folders} -ts ${olvik_ts}
-    WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}"
-    VERBATIM)
+# A host that adds this project to its own has targets, and texts, of its own.
+if(PROJECT_IS_TOP_LEVEL)
+    get_target_property(olvik_sources Olvik3DViewerWidget SOURCES)
+    add_custom_command(OUTPUT "${olvik_template}"
+        COMMAND ${OLVIK_QT}::lupdate -silent -no-obsolete ${olvik_translated_folders} -ts "${olvik_template}"
+        DEPENDS ${olvik_sources}
+        WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}"
+        VERBATIM)
+    add_custom_target(translations ALL DEPENDS "${olvik_template}" ${olvik_qm})
+    add_custom_target(update_translations
+        COMMAND ${OLVIK_QT}::lupdate -no-obsolete -locations none ${olvik_translated_folders} -ts ${olvik_ts}
+        WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}"
+        VERBATIM)
+endif()
 
 list(TRANSFORM olvik_languages REPLACE "(.+)" "<file>olvik3dviewer_\\1.qm</file>" OUTPUT_VARIABLE files)
 list(JOIN files "" files)
@@ -39,6 +42,8 @@ qt_add_resources(olvik_resource "${olvik_translations}/translations.qrc")
 set_source_files_properties(${olvik_resource} PROPERTIES SKIP_AUTOGEN ON)
 target_sources(Olvik3DViewerWidget PRIVATE ${olvik_resource})
 
-install(FILES ${olvik_qm}
-    DESTINATION ${CMAKE_INSTALL_DATADIR}/olvik3dviewer/translations
-    COMPONENT runtime)
+if(OLVIK_INSTALL)
+    install(FILES ${olvik_qm}
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/olvik3dviewer${OLVIK_SUFFIX}/translations
+        COMPONENT runtime)
+endif()

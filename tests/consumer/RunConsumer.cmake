@@ -1,5 +1,6 @@
 # Installs the library into a folder of the test, builds the consumer's project and the minimal example
-# against it, runs all hosts. Expects BUILD_DIR, WORK_DIR, SOURCE_DIR, EXAMPLE_DIR and BUILD_TYPE.
+# against it, runs all hosts, and asks for another VTK. Expects BUILD_DIR, WORK_DIR, SOURCE_DIR, EXAMPLE_DIR,
+# BUILD_TYPE, VTK_DIR, VTK_RELEASE and VTK_QT_VERSION.
 
 function(run)
     execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE output ERROR_VARIABLE output
@@ -20,16 +21,15 @@ foreach(project "SOURCE_DIR=build" "EXAMPLE_DIR=minimal")
     list(GET project 0 source)
     list(GET project 1 build)
     run(${CMAKE_COMMAND} -G Ninja -S "${${source}}" -B "${WORK_DIR}/${build}"
-        "-DCMAKE_PREFIX_PATH=${prefix}" "-DVTK_DIR=${VTK_DIR}" "-DCMAKE_BUILD_TYPE=${BUILD_TYPE}")
+        "-DCMAKE_PREFIX_PATH=${prefix}" "-DVTK_DIR=${VTK_DIR}" "-DCMAKE_BUILD_TYPE=${BUILD_TYPE}"
+        # With it a host names only the libraries that it uses itself.
+        -DCMAKE_EXE_LINKER_FLAGS=-Wl,--as-needed)
     run(${CMAKE_COMMAND} --build "${WORK_DIR}/${build}")
 endforeach()
 
 set(ENV{XDG_CONFIG_HOME} "${WORK_DIR}/config")
 set(ENV{XDG_DATA_HOME} "${WORK_DIR}/data")
 set(ENV{QT_LOGGING_RULES} "default.debug=false")
-file(GLOB libraries LIST_DIRECTORIES true "${prefix}/lib*" "${prefix}/lib*/*-linux-gnu")
-list(JOIN libraries ":" library_path)
-set(ENV{LD_LIBRARY_PATH} "${library_path}:$ENV{LD_LIBRARY_PATH}")
 foreach(case "consumer=shown\n" "facade_consumer=closed consumer\n")
     string(REPLACE "=" ";" case "${case}")
     list(GET case 0 program)
@@ -46,3 +46,21 @@ execute_process(COMMAND "${WORK_DIR}/minimal/minimal" OUTPUT_VARIABLE output ERR
 if(NOT result MATCHES "timeout" OR output)
     message(FATAL_ERROR "The minimal example ended with '${result}' and printed '${output}'")
 endif()
+
+# Nothing but a sentence keeps a host from a VTK, or a Qt, that would crash it.
+math(EXPR other_qt "11 - ${VTK_QT_VERSION}")
+foreach(found "42.0 for Qt ${VTK_QT_VERSION}" "${VTK_RELEASE} for Qt ${other_qt}")
+    string(REGEX MATCHALL "[0-9]+" numbers "${found}")
+    list(GET numbers 0 major)
+    list(GET numbers 1 minor)
+    list(GET numbers 2 qt)
+    file(WRITE "${WORK_DIR}/vtk/vtk-config-version.cmake" "set(PACKAGE_VERSION_COMPATIBLE TRUE)")
+    file(WRITE "${WORK_DIR}/vtk/vtk-config.cmake"
+        "set(VTK_MAJOR_VERSION ${major})\nset(VTK_MINOR_VERSION ${minor})\nset(VTK_QT_VERSION ${qt})\n")
+    execute_process(COMMAND ${CMAKE_COMMAND} -G Ninja -S "${EXAMPLE_DIR}" -B "${WORK_DIR}/refused"
+        "-DCMAKE_PREFIX_PATH=${prefix}" "-DVTK_DIR=${WORK_DIR}/vtk" ERROR_VARIABLE output OUTPUT_QUIET)
+    string(REGEX REPLACE "[ \n]+" " " output "${output}")
+    if(NOT output MATCHES "holds VTK ${found}: ")
+        message(FATAL_ERROR "VTK ${found} is not refused:\n${output}")
+    endif()
+endforeach()

@@ -1,4 +1,5 @@
 #include <Olvik3DViewerControl.h>
+#include <OlvikSettings.h>
 
 #ifdef VTK_MAJOR_VERSION
 #error "The facade's header must not bring VTK along"
@@ -27,6 +28,7 @@ int main(int argc, char *argv[])
     viewer.show();
     std::vector<float> heights(64 * 48, 5.0f);
     viewer.setBuffer(heights.data(), 64, 48);
+    OlvikSettings::Instance()->setValue("Consumer/shown", true);
     QTimer::singleShot(0, &application, &QApplication::closeAllWindows);
     return QApplication::exec();
 }

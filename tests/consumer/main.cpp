@@ -1,6 +1,7 @@
 #include <DataConverter.h>
 #include <GradientFactory.h>
 #include <Olvik3DViewerWidget.h>
+#include <OlvikSettings.h>
 
 #include <QApplication>
 
@@ -16,6 +17,7 @@ int main(int argc, char *argv[])
     view.show();
     while (!view.getAxisVisibility())
         QApplication::processEvents();
-    std::puts("shown");
+    OlvikSettings::Instance()->setValue("Consumer/said", "shown");
+    std::puts(qPrintable(OlvikSettings::Instance()->value("Consumer/said").toString()));
     return 0;
 }
