@@ -62,6 +62,9 @@ install(FILES
     DESTINATION ${olvik_config_dir}
     COMPONENT development)
 
+set(olvik_pkgconfig_qt Core Gui Widgets)
+list(TRANSFORM olvik_pkgconfig_qt REPLACE "(.+)" "${OLVIK_QT}\\1 >= ${olvik_qt_built_with}")
+list(JOIN olvik_pkgconfig_qt ", " olvik_pkgconfig_qt)
 # Relative to the file itself, so that the installed tree may be moved.
 file(RELATIVE_PATH olvik_pkgconfig_to_prefix "/${olvik_pkgconfig_dir}" /)
 configure_file("${CMAKE_CURRENT_LIST_DIR}/olvik3dviewer.pc.in"
