@@ -39,8 +39,10 @@ else()
     set(olvik_pkgconfig_settings_libs "-L${olvik_settings_dir} ${library}")
     set(olvik_pkgconfig_settings_cflags "-I${OLVIK_SETTINGS_SERVICE}/include")
 endif()
-# A host's own search path does not help a library to find what it needs itself.
+# A host's own search path does not help a library to find what it needs itself: the settings, and a VTK
+# that is not the system's.
 set_target_properties(Olvik3DViewerWidget PROPERTIES
+    INSTALL_RPATH_USE_LINK_PATH ON
     INSTALL_RPATH "${olvik_settings_dir};${CMAKE_INSTALL_RPATH}")
 
 install(EXPORT ${olvik_package}Targets

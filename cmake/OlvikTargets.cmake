@@ -7,6 +7,8 @@ set(olvik_warnings
 if(NOT PROJECT_IS_TOP_LEVEL)
     set(olvik_warnings "")
     set(CMAKE_COMPILE_WARNING_AS_ERROR OFF)
+    # In larger units than those of the presets, helpers of files may share names.
+    set(CMAKE_UNITY_BUILD OFF)
 endif()
 
 # Language level, warnings and sanitizers for every target of this project.
@@ -17,8 +19,6 @@ function(olvik_target_defaults target)
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON
         POSITION_INDEPENDENT_CODE ON
-        # The files' own helpers share names.
-        UNITY_BUILD OFF
         AUTOMOC ON
         AUTORCC ON)
     # TBB, which VTK's SMP headers pull in, has a member called emit: Qt's keywords stay off.
