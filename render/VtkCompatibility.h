@@ -1,11 +1,16 @@
 #pragma once
 
+#include <QOpenGLContext>
+#include <QOpenGLFunctions>
+#include <QScopeGuard>
 #include <QSurfaceFormat>
 #include <QVTKOpenGLNativeWidget.h>
 #include <vtkActor.h>
+#include <vtkCallbackCommand.h>
 #include <vtkCubeAxesActor.h>
 #include <vtkGenericOpenGLRenderWindow.h>
 #include <vtkInteractorStyle.h>
+#include <vtkNew.h>
 #include <vtkOpenGLPolyDataMapper.h>
 #include <vtkOpenGLState.h>
 #include <vtkShader.h>
@@ -32,11 +37,52 @@ inline QSurfaceFormat surfaceFormat()
     return format;
 }
 
-/// A render window that gets over a picture that broke off.
-class PictureWindow : public vtkGenericOpenGLRenderWindow
+#if VTK_MAJOR_VERSION < 9 || (VTK_MAJOR_VERSION == 9 && VTK_MINOR_VERSION < 4)
+/// VTK has OpenGL's functions found by GLEW, which looks for those of GLX last. It finds none where
+/// contexts are EGL's, as on Wayland: VTK takes that for a failure of all, complains on the console
+/// and begins again with each picture.
+class EglAwareWindow : public vtkGenericOpenGLRenderWindow
 {
 public:
-    vtkTypeMacro(PictureWindow, vtkGenericOpenGLRenderWindow)
+    vtkTypeMacro(EglAwareWindow, vtkGenericOpenGLRenderWindow)
+
+    void OpenGLInitContext() override
+    {
+        const vtkNew<vtkCallbackCommand> silence;
+        const unsigned long observer = this->AddObserver(vtkCommand::ErrorEvent, silence);
+        const auto loud = qScopeGuard([&] { this->RemoveObserver(observer); });
+        this->Superclass::OpenGLInitContext();
+        if (!this->Initialized)
+            finishWithoutGlx();
+    }
+
+private:
+    void finishWithoutGlx()
+    {
+        const QOpenGLContext *context = QOpenGLContext::currentContext();
+        // What a lost context does not say is all that GLEW asks for before it finds functions.
+        if (!context || !context->functions()->glGetString(GL_VERSION))
+            return;
+        GLfloat widths[] = {1.0f, 1.0f};
+        context->functions()->glGetFloatv(GL_ALIASED_LINE_WIDTH_RANGE, widths);
+        this->MaximumHardwareLineWidth = widths[1];
+        this->Initialized = true;
+#if VTK_MAJOR_VERSION >= 9
+        this->GlewInitValid = true;
+#else
+        this->SetContextSupportsOpenGL32(true);
+#endif
+    }
+};
+#else
+using EglAwareWindow = vtkGenericOpenGLRenderWindow;
+#endif
+
+/// A render window that gets over a picture that broke off.
+class PictureWindow : public EglAwareWindow
+{
+public:
+    vtkTypeMacro(PictureWindow, EglAwareWindow)
 
     using vtkGenericOpenGLRenderWindow::ReleaseGraphicsResources; // protected in 8.2
 
