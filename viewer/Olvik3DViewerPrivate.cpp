@@ -15,6 +15,7 @@
 #include "OpenGLCheck.h"
 #include "PlyWriter.h"
 #include "ProcessData.h"
+#include "QtCompatibility.h"
 #include "ViewerSettingsKeys.h"
 #include "WaitCursor.h"
 #include "WindowPlace.h"
@@ -521,7 +522,7 @@ void Olvik3DViewerPrivate::show()
         place->prepareShow();
         window->show();
         window->raise();
-        window->activateWindow();
+        QtCompatibility::activate(*window);
     }
     container->show();
     if (viewer)

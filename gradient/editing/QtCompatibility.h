@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QGuiApplication>
 #include <QMouseEvent>
+#include <QWidget>
 
 /// Everything that is written differently for Qt 5 and Qt 6.
 namespace QtCompatibility {
@@ -16,6 +18,12 @@ inline QPoint screenPosition(const QMouseEvent &event)
 {
     return event.globalPosition().toPoint();
 }
+
+/// Asks for the keyboard.
+inline void activate(QWidget &window)
+{
+    window.activateWindow();
+}
 #else
 inline QPoint position(const QMouseEvent &event)
 {
@@ -25,6 +33,13 @@ inline QPoint position(const QMouseEvent &event)
 inline QPoint screenPosition(const QMouseEvent &event)
 {
     return event.globalPos();
+}
+
+/// On Wayland programs cannot ask for it, of which the platform's plugin complains on the console.
+inline void activate(QWidget &window)
+{
+    if (!QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
+        window.activateWindow();
 }
 #endif
 

@@ -11,6 +11,7 @@
 #include "GradientTableDelegate.h"
 #include "GradientTableModel.h"
 #include "OpenedGradients.h"
+#include "QtCompatibility.h"
 #include "StackFrames.h"
 
 #include <QAbstractItemView>
@@ -278,7 +279,7 @@ void GradientTableWidget::bringToFront()
     show();
     window()->setWindowState(window()->windowState() & ~Qt::WindowMinimized);
     window()->raise();
-    window()->activateWindow();
+    QtCompatibility::activate(*window());
 }
 
 void GradientTableWidget::onComboIndexChanged(int index)
