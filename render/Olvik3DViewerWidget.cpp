@@ -34,6 +34,7 @@
 #include <QStandardPaths>
 #include <QSurfaceFormat>
 #include <QThread>
+#include <QWindow>
 
 #include <QVTKInteractor.h>
 #include <vtkCubeAxesActor.h>
@@ -710,6 +711,26 @@ bool Olvik3DViewerWidget::hasBuffer()
         QCoreApplication::postEvent(this, new QResizeEvent(size(), size()));
     isBufferMissing = isMissing;
     return !isMissing;
+}
+
+void Olvik3DViewerWidget::resizeEvent(QResizeEvent *event)
+{
+    QVTKOpenGLNativeWidget::resizeEvent(event);
+    if (isValid() || event->size().isEmpty())
+        return;
+    QOpenGLContext newer;
+    newer.setFormat(format());
+    if (newer.create())
+        return;
+    // GLX gives an older version instead, EGL nothing. Asked for, it shows the reason, and the host's
+    // window, which Qt puts together in a context of the window's format.
+    QSurfaceFormat older = format();
+    older.setVersion(2, 0);
+    older.setProfile(QSurfaceFormat::NoProfile);
+    setFormat(older);
+    if (QWindow *handle = window()->windowHandle())
+        handle->setFormat(older);
+    QVTKOpenGLNativeWidget::resizeEvent(event);
 }
 
 void Olvik3DViewerWidget::showEvent(QShowEvent *event)

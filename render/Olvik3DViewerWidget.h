@@ -171,6 +171,7 @@ protected:
     bool event(QEvent *event) override;
     void initializeGL() override;
     void paintGL() override;
+    void resizeEvent(QResizeEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void keyReleaseEvent(QKeyEvent *event) override;
