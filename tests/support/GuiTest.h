@@ -22,6 +22,24 @@ private:
     QTemporaryDir folder;
 };
 
+inline bool isOnWayland()
+{
+    return QGuiApplication::platformName().startsWith("wayland");
+}
+
+/// Gives \a window the keyboard, as the operator does by a click. No program can on Wayland, where
+/// only Qt hears of it.
+inline bool activate(QWidget &window)
+{
+    if (!QTest::qWaitForWindowExposed(&window))
+        return false;
+    if (isOnWayland())
+        QApplication::setActiveWindow(&window);
+    else
+        window.activateWindow();
+    return QTest::qWaitFor([&window] { return window.isActiveWindow(); });
+}
+
 #define OLVIK_GUI_TEST_MAIN(TestClass)                                                             \
     int main(int argc, char *argv[])                                                               \
     {                                                                                              \

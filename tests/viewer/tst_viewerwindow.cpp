@@ -70,7 +70,7 @@ private Q_SLOTS:
     void menusOpenByKey()
     {
         viewer->show();
-        QVERIFY(QTest::qWaitForWindowActive(viewerWindow()));
+        QVERIFY(activate(*viewerWindow()));
         QTest::keyClick(view, Qt::Key_F10);
         auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
         QVERIFY(menu);
@@ -101,7 +101,8 @@ private Q_SLOTS:
         QCOMPARE(edits[0]->text(), QString("4"));
         QCOMPARE(edits[1]->text(), QString("0.25"));
         QCOMPARE(edits[2]->text(), QString("1.23457e+06"));
-        QTRY_COMPARE(QApplication::focusWidget(), edits[0]);
+        QVERIFY(activate(*dialog));
+        QCOMPARE(QApplication::focusWidget(), edits[0]);
         QTest::keyClicks(edits[0], "3");
         edits[2]->setText("2");
         edits[1]->clear();
@@ -214,6 +215,7 @@ private Q_SLOTS:
 
     void ctrlClicksMeasureUntilEscape()
     {
+        QVERIFY(activate(*viewerWindow()));
         feed(ramp(200, 200), 200);
         view->showAxes(false);
         SceneProbe probe(*view);
@@ -274,12 +276,13 @@ private Q_SLOTS:
     void aMaximisedWindowComesBackMaximised()
     {
         viewerWindow()->setGeometry(120, 90, 500, 400);
+        const QRect place(viewerWindow()->pos(), viewerWindow()->size());
         viewerWindow()->setWindowState(Qt::WindowMaximized);
         viewerWindow()->close();
         cleanup();
         viewer = std::make_unique<Olvik3DViewerControl>("again", nullptr, nullptr);
         QVERIFY(!viewerWindow()->isMaximized());
-        QCOMPARE(viewerWindow()->geometry(), QRect(120, 90, 500, 400));
+        QCOMPARE(viewerWindow()->geometry(), place);
         viewer->show();
         QVERIFY(viewerWindow()->isMaximized());
         menuItem("Reset Window")->trigger();
