@@ -8,7 +8,7 @@ if(NOT PROJECT_IS_TOP_LEVEL)
     set(olvik_warnings "")
     set(CMAKE_COMPILE_WARNING_AS_ERROR OFF)
     # In larger units than those of the presets, helpers of files may share names.
-    set(CMAKE_UNITY_BUILD OFF)
+    set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
 endif()
 
 # Language level, warnings and sanitizers for every target of this project.

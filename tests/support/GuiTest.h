@@ -1,5 +1,7 @@
 #pragma once
 
+#include "QtCompatibility.h"
+
 #include <QtTest>
 #include <QtWidgets>
 
@@ -33,10 +35,11 @@ inline bool activate(QWidget &window)
 {
     if (!QTest::qWaitForWindowExposed(&window))
         return false;
+    QtCompatibility::activate(window);
+#if QT_VERSION_MAJOR < 6
     if (isOnWayland())
         QApplication::setActiveWindow(&window);
-    else
-        window.activateWindow();
+#endif
     return QTest::qWaitFor([&window] { return window.isActiveWindow(); });
 }
 
