@@ -269,7 +269,7 @@ void Olvik3DViewerPrivate::addCameraItems(QMenu &menu)
 
 void Olvik3DViewerPrivate::addAxesModeMenu(QMenu &viewMenu)
 {
-    auto *menu = new CountedWidget<QMenu>(frames, tr("Axes Mode"), container);
+    auto *menu = new CountedWidget<QMenu>(frames, tr("Axes Mode"), &viewMenu);
     viewMenu.addMenu(menu);
     auto *group = new QActionGroup(this);
     const auto flyMode = static_cast<AxesFly>(
