@@ -32,6 +32,12 @@ QPoint reachablePosition(const QPoint &position, int width, const QRect &screen)
     return {qBound(first.x(), position.x(), last.x()), qBound(first.y(), position.y(), last.y())};
 }
 
+/// On Wayland neither a program nor Qt knows where its windows are.
+bool knowsPositions()
+{
+    return !QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
 } // namespace
 
 QRect reachablePlace(const QPoint &position, const QSize &size, const QVector<QRect> &screens)
@@ -85,7 +91,9 @@ void WindowPlace::save()
 {
     const QRect place = window.normalGeometry();
     const QPoint frame = place == unframed ? QPoint() : window.geometry().topLeft() - window.pos();
-    settings->setValue(Keys::position(), place.topLeft() - frame);
+    // The last that was known stays, for a session on X11. Without one the size would not come back.
+    if (knowsPositions() || !settings->contains(Keys::position()))
+        settings->setValue(Keys::position(), place.topLeft() - frame);
     settings->setValue(Keys::size(), place.size());
     if (opensMaximized || window.isMaximized())
         settings->setValue(Keys::maximized(), true);

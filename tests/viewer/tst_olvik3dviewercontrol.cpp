@@ -359,13 +359,11 @@ private Q_SLOTS:
 
     void settingsSurviveARestart()
     {
-        QPoint position;
         {
             Olvik3DViewerControl viewer("first", nullptr, nullptr);
             viewer.show();
             QVERIFY(QTest::qWaitForWindowExposed(viewerWindow()));
             viewerWindow()->setGeometry(120, 90, 500, 400);
-            position = viewerWindow()->pos();
             menuItem("Gradient")->trigger();
             menuItem("Bounding Box")->trigger();
             menuItem("Show Zero data")->trigger();
@@ -376,7 +374,8 @@ private Q_SLOTS:
         runDeferredDeletes();
 
         Olvik3DViewerControl viewer("second", nullptr, nullptr);
-        QCOMPARE(viewerWindow()->pos(), position);
+        if (!isOnWayland())
+            QCOMPARE(viewerWindow()->pos(), QPoint(120, 90));
         QCOMPARE(viewerWindow()->size(), QSize(500, 400));
         QCOMPARE(viewIn(viewerWindow())->getAxesFly(), AxesFly::BoundingBox);
         QVERIFY(menuItem("Bounding Box")->isChecked());

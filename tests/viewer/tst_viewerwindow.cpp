@@ -276,13 +276,14 @@ private Q_SLOTS:
     void aMaximisedWindowComesBackMaximised()
     {
         viewerWindow()->setGeometry(120, 90, 500, 400);
-        const QRect place(viewerWindow()->pos(), viewerWindow()->size());
         viewerWindow()->setWindowState(Qt::WindowMaximized);
         viewerWindow()->close();
         cleanup();
         viewer = std::make_unique<Olvik3DViewerControl>("again", nullptr, nullptr);
         QVERIFY(!viewerWindow()->isMaximized());
-        QCOMPARE(viewerWindow()->geometry(), place);
+        QCOMPARE(viewerWindow()->size(), QSize(500, 400));
+        if (!isOnWayland())
+            QCOMPARE(viewerWindow()->pos(), QPoint(120, 90));
         viewer->show();
         QVERIFY(viewerWindow()->isMaximized());
         menuItem("Reset Window")->trigger();
