@@ -36,6 +36,9 @@ function(olvik_target_defaults target)
         if(type STREQUAL EXECUTABLE)
             target_sources(${target} PRIVATE
                 "${PROJECT_SOURCE_DIR}/tests/support/KeepLibrariesLoaded.cpp")
+            # Its dlclose() takes the place of the system's, whose header another source may include.
+            set_source_files_properties("${PROJECT_SOURCE_DIR}/tests/support/KeepLibrariesLoaded.cpp"
+                TARGET_DIRECTORY ${target} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
             if(OLVIK_SANITIZER MATCHES thread)
                 target_sources(${target} PRIVATE
                     "${PROJECT_SOURCE_DIR}/tests/support/TeachQtLocks.cpp")
