@@ -213,7 +213,7 @@ public:
 
 private:
     vtkActor &actor;
-    std::array<vtkMapper *, 2> mappers;
+    [[maybe_unused]] std::array<vtkMapper *, 2> mappers; ///< of no use from VTK 9.0 on
 };
 
 #if VTK_MAJOR_VERSION >= 9

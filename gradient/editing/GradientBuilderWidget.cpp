@@ -60,7 +60,8 @@ GradientBuilderWidget::GradientBuilderWidget(std::shared_ptr<Gradient> edited, Q
     if (!hasBothEnds(gradient))
         throw GradientMissingStartEndException();
 
-    setFrameStyle(QFrame::WinPanel | QFrame::Sunken);
+    setFrameShape(QFrame::WinPanel);
+    setFrameShadow(QFrame::Sunken);
     setMouseTracking(true);
 }
 
