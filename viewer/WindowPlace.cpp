@@ -1,6 +1,7 @@
 #include "WindowPlace.h"
 
 #include "OlvikSettings.h"
+#include "QtCompatibility.h"
 #include "ViewerSettingsKeys.h"
 
 #include <QGuiApplication>
@@ -30,12 +31,6 @@ QPoint reachablePosition(const QPoint &position, int width, const QRect &screen)
     const QPoint first = screen.topLeft() - QPoint(qMax(0, width - grip), 0);
     const QPoint last = screen.bottomRight() - QPoint(grip, grip);
     return {qBound(first.x(), position.x(), last.x()), qBound(first.y(), position.y(), last.y())};
-}
-
-/// On Wayland neither a program nor Qt knows where its windows are.
-bool knowsPositions()
-{
-    return !QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
 }
 
 } // namespace
@@ -91,8 +86,9 @@ void WindowPlace::save()
 {
     const QRect place = window.normalGeometry();
     const QPoint frame = place == unframed ? QPoint() : window.geometry().topLeft() - window.pos();
-    // The last that was known stays, for a session on X11. Without one the size would not come back.
-    if (knowsPositions() || !settings->contains(Keys::position()))
+    // On Wayland nobody knows where a window is: the last that was known stays, for a session on X11.
+    // Without one the size would not come back.
+    if (!QtCompatibility::isOnWayland() || !settings->contains(Keys::position()))
         settings->setValue(Keys::position(), place.topLeft() - frame);
     settings->setValue(Keys::size(), place.size());
     if (opensMaximized || window.isMaximized())

@@ -4,8 +4,13 @@
 #include <QMouseEvent>
 #include <QWidget>
 
-/// Everything that is written differently for Qt 5 and Qt 6.
+/// Everything that is written differently for Qt 5 and Qt 6, or for Qt's platforms.
 namespace QtCompatibility {
+
+inline bool isOnWayland()
+{
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
 
 #if QT_VERSION_MAJOR >= 6
 /// In the widget's own pixels.
@@ -38,7 +43,7 @@ inline QPoint screenPosition(const QMouseEvent &event)
 /// On Wayland programs cannot ask for it, of which the platform's plugin complains on the console.
 inline void activate(QWidget &window)
 {
-    if (!QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
+    if (!isOnWayland())
         window.activateWindow();
 }
 #endif

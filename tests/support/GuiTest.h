@@ -24,10 +24,7 @@ private:
     QTemporaryDir folder;
 };
 
-inline bool isOnWayland()
-{
-    return QGuiApplication::platformName().startsWith("wayland");
-}
+using QtCompatibility::isOnWayland;
 
 /// Gives \a window the keyboard, as the operator does by a click. No program can on Wayland, where
 /// only Qt hears of it.
